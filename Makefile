@@ -1,0 +1,24 @@
+# Thin doors to the scripts and presets; every target does its own set-up.
+
+.PHONY: help setup build demo test clean
+
+help:
+	@echo "make demo   build, make a sample log and turn it into JSON"
+	@echo "make test   build and run the tests"
+	@echo "make build  build the release preset"
+	@echo "make clean  remove what was built"
+
+setup:
+	@scripts/setup
+
+build: setup
+	@scripts/build release
+
+demo: build
+	@scripts/demo
+
+test: build
+	@ctest --preset release
+
+clean:
+	rm -rf build demo

@@ -1,0 +1,35 @@
+// The objects that all readers of the process share. They stand in one file because their order
+// here is the order of their construction when the library is loaded, and in reverse of their
+// destruction when it is unloaded: the document and the registry go before the standard streams.
+
+#include <ios>
+
+#include "json/json_document.h"
+#include "log/logger_registry.h"
+
+namespace {
+
+const std::ios_base::Init g_streams;
+
+}  // namespace
+
+namespace vyn::profiling {
+
+rapidjson::Document g_jsonDocument(rapidjson::kArrayType);
+bool g_writeSingleObject = true;
+
+}  // namespace vyn::profiling
+
+namespace {
+
+const std::ios_base::Init g_streamsAfterDocument;
+const std::ios_base::Init g_streamsBeforeRegistry;
+
+}  // namespace
+
+namespace vyn::log {
+
+LoggerRegistry g_loggerRegistry;
+std::uint64_t g_currentLogger = 0;
+
+}  // namespace vyn::log

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vyn::profiling {
+
+// A profiling log is chunks back to back, each a length and that many bytes (docs/log-format.md).
+
+/// The length before each chunk: unsigned, in the little-endian order of the machines that this
+/// runs on.
+using ChunkLength = std::uint32_t;
+
+/// Shortest chunk, in bytes, that can hold a FlatBuffers buffer.
+inline constexpr std::size_t kMinChunkSize = 12;
+
+/// Chunks are shorter than this many bytes: FlatBuffers offsets are signed 32-bit numbers.
+inline constexpr std::size_t kChunkSizeLimit = 0x7FFFFFFF;
+
+inline constexpr bool isPlausibleChunkSize(std::size_t size) {
+  return size >= kMinChunkSize && size < kChunkSizeLimit;
+}
+
+}  // namespace vyn::profiling

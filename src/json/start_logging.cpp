@@ -1,0 +1,17 @@
+#include "json/start_logging.h"
+
+#include <iostream>
+
+#include "log/logger_registry.h"
+
+namespace vyn::profiling {
+
+bool startLogging() {
+  if (log::initializeLogging(nullptr, static_cast<std::int32_t>(log::kError))) {
+    return true;
+  }
+  std::cerr << "ERROR: Unable to initialize logging" << std::endl;
+  return false;
+}
+
+}  // namespace vyn::profiling

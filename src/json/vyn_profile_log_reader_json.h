@@ -1,0 +1,35 @@
+#pragma once
+
+#include <rapidjson/document.h>
+
+#include <string>
+
+#include "core/vyn_profile_log_reader.h"
+
+namespace vyn::profiling {
+
+/// The JSON reader: converts header and messages of a log straight into JSON values, without the
+/// base reader's model and without its filter, and writes them pretty-printed.
+class VynProfileLogReaderJSON : public VynProfileLogReader {
+ public:
+  VynProfileLogReaderJSON(const std::string& inputLogPath, VisibilityLevel level);
+  ~VynProfileLogReaderJSON() override;
+
+  bool generateOutput(const std::string& outputFileName) override;
+  bool readInputFile(bool writeObjectPayloads) override;
+
+ protected:
+  /// Adds "metadata" from the current chunk's header, if it has one, to the root.
+  void addMetadataToJson();
+
+  /// Appends the chunk's next message. At the end of the chunk sets m_reachedEof and returns false.
+  bool addNextMessageToJson(rapidjson::Value& messages);
+
+  /// Converts an event and, recursively, its sub-events.
+  rapidjson::Value eventToJson(const schema::Event* event);
+
+  rapidjson::Value m_jsonRoot{rapidjson::kObjectType};  // null once the read is complete
+  bool m_metadataAdded = false;
+};
+
+}  // namespace vyn::profiling
