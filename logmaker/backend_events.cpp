@@ -20,8 +20,8 @@ Event cycles(std::string identifier, EventType type, std::uint64_t value) {
   return {std::move(identifier), type, EventUnit::CYCLES, value};
 }
 
-Event queueWait(Noise& noise) {
-  return microseconds("queue wait time", EventType::EXECUTE_QUEUE_WAIT, noise.between(40, 400));
+Event queueWait(std::uint64_t value) {
+  return microseconds("queue wait time", EventType::EXECUTE_QUEUE_WAIT, value);
 }
 
 std::uint64_t cycleSum(const std::vector<Event>& events) {
@@ -108,8 +108,8 @@ TimedEvents makeExecuteEvents(const GraphProfile& graph, bool isAsync, Noise& no
   std::vector<Event> events;
   std::uint64_t waitTime = 0;
   if (isAsync) {
-    events.push_back(queueWait(noise));
-    waitTime = std::get<std::uint64_t>(events.back().value);
+    waitTime = noise.between(40, 400);
+    events.push_back(queueWait(waitTime));
   }
   const std::uint64_t inputTime = noise.vary(graph.inputMicroseconds, 10);
   Event device = makeDeviceEvent(graph, noise);
@@ -130,15 +130,16 @@ TimedEvents makeExecuteEvents(const GraphProfile& graph, bool isAsync, Noise& no
   return {std::move(events), waitTime + backendTime + noise.between(30, 120)};
 }
 
-std::vector<Event> makeComponentEvents(const GraphProfile& graph, bool isAsync, Noise& noise) {
+std::vector<Event> makeComponentEvents(const GraphProfile& component, bool isAsync, Noise& noise) {
   std::vector<Event> events;
   events.push_back(
       microseconds("component build time", EventType::FINALIZE, noise.between(5'000, 9'000)));
-  // In an asynchronous run readers expect one queue wait in whatever they take for an execution.
+  // Readers take a component for an execution, and expect one queue wait in each asynchronous one.
+  // It is 0 because components are not queued by themselves.
   if (isAsync) {
-    events.push_back(queueWait(noise));
+    events.push_back(queueWait(0));
   }
-  events.push_back(makeDeviceEvent(graph, noise));
+  events.push_back(makeDeviceEvent(component, noise));
   return events;
 }
 

@@ -24,7 +24,7 @@ TimedEvents makeLibraryLoadEvents(Noise& noise);
 TimedEvents makeFinalizeEvents(const GraphProfile& graph, Noise& noise);
 TimedEvents makeBinarySectionEvents(Noise& noise);
 TimedEvents makeExecuteEvents(const GraphProfile& graph, bool isAsync, Noise& noise);
-std::vector<Event> makeComponentEvents(const GraphProfile& graph, bool isAsync, Noise& noise);
+std::vector<Event> makeComponentEvents(const GraphProfile& component, bool isAsync, Noise& noise);
 TimedEvents makeDeInitEvents(Noise& noise);
 
 /// An OBJECT event whose bytes readers put into a file named after the graph and the number.

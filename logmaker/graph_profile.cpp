@@ -1,6 +1,7 @@
 #include "logmaker/graph_profile.h"
 
 #include <array>
+#include <utility>
 
 namespace vyn::logmaker {
 namespace {
@@ -63,6 +64,17 @@ GraphProfile makeGraphProfile(std::size_t index, std::size_t nodeCount, Noise& n
           .inputMicroseconds = noise.between(150, 400),
           .outputMicroseconds = noise.between(60, 200),
           .memoryBytes = noise.between(4'000, 24'000) * 1024};
+}
+
+std::vector<GraphProfile> makeComponents(const GraphProfile& graph) {
+  GraphProfile backbone = graph;
+  GraphProfile head = graph;
+  backbone.name += ".backbone";
+  head.name += ".head";
+  const auto headNodes = static_cast<std::ptrdiff_t>(graph.nodes.size() / 4);
+  backbone.nodes.erase(backbone.nodes.end() - headNodes, backbone.nodes.end());
+  head.nodes.erase(head.nodes.begin(), head.nodes.end() - headNodes);
+  return {std::move(backbone), std::move(head)};
 }
 
 }  // namespace vyn::logmaker

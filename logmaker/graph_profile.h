@@ -25,4 +25,7 @@ struct GraphProfile {
 
 GraphProfile makeGraphProfile(std::size_t index, std::size_t nodeCount, Noise& noise);
 
+/// The graph's parts, each with its share of the nodes and a name of its own.
+std::vector<GraphProfile> makeComponents(const GraphProfile& graph);
+
 }  // namespace vyn::logmaker

@@ -33,9 +33,15 @@ CLI::Validator named() {
   return {[](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, ""};
 }
 
-/// Reading an unsigned number would wrap a negative one around.
-CLI::Validator notNegative() {
-  return {[](const std::string& text) { return text[0] == '-' ? text + " is negative" : ""; }, ""};
+/// Where every number is allowed: conversion would wrap a negative one around and take nothing
+/// for 0.
+CLI::Validator wholeNumber() {
+  return {[](const std::string& text) {
+            const bool isNumber =
+                !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
+            return isNumber ? "" : "'" + text + "' is not a whole number";
+          },
+          ""};
 }
 
 bool isSameFile(const std::string& left, const std::string& right) {
@@ -91,7 +97,7 @@ void addContentOptions(CLI::App& app, ScenarioOptions& scenario) {
   app.add_flag("--async", scenario.isAsync, "Execute asynchronously, with queue waits");
   app.add_flag("--components", scenario.hasComponents, "Report the components of each graph");
   app.add_option("--seed", scenario.seed, "Number from which all variation is drawn")
-      ->check(notNegative())
+      ->check(wholeNumber())
       ->type_name("N")
       ->capture_default_str();
 }

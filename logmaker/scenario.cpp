@@ -98,12 +98,12 @@ void Scenario::execute(const GraphProfile& graph, bool isFirst) {
 // The backend times no components, only their nodes, so their messages have no metrics.
 void Scenario::playComponents() {
   for (const GraphProfile& graph : m_graphs) {
-    for (const char* component : {"backbone", "head"}) {
-      TimedEvents content = {makeComponentEvents(graph, m_options.isAsync, m_noise), 0};
+    for (const GraphProfile& component : makeComponents(graph)) {
+      TimedEvents content = {makeComponentEvents(component, m_options.isAsync, m_noise), 0};
       sendUntimed({.method = MethodType::BACKEND_GRAPH_COMPONENT,
                    .visibilityLevel = kDetailLevel,
                    .profilingEvents = withInitEvents(std::move(content)).events,
-                   .graphName = graph.name + "." + component});
+                   .graphName = component.name});
     }
   }
 }

@@ -206,6 +206,27 @@ TEST(Content, ComponentsAreDetailMessagesWithNamesOfTheirOwn) {
   }
 }
 
+TEST(Content, ComponentsShareTheNodesOfTheirGraph) {
+  const MadeLog log = MadeLog::withOptions("--components --nodes 8");
+  std::vector<std::size_t> nodeCounts;
+  for (const schema::Message* message : log.messagesOf(MethodType::BACKEND_GRAPH_COMPONENT)) {
+    const auto device = eventsOfType(message->profilingEvents(), EventType::EXECUTE_DEVICE);
+    nodeCounts.push_back(device.at(0)->subEvents()->size());
+  }
+  EXPECT_EQ(nodeCounts, (std::vector<std::size_t>{6, 2}));
+}
+
+// Components report no duration that a wait could be part of.
+TEST(Content, ComponentsDoNotWait) {
+  const MadeLog log = MadeLog::withOptions("--components --async");
+  for (const schema::Message* message : log.messagesOf(MethodType::BACKEND_GRAPH_COMPONENT)) {
+    EXPECT_EQ(eventsOfType(message->profilingEvents(), EventType::EXECUTE_QUEUE_WAIT)
+                  .at(0)
+                  ->uint64Value(),
+              0U);
+  }
+}
+
 TEST(Content, ValuesAreOfAllKinds) {
   const MadeLog log = MadeLog::withOptions("");
   std::set<EventValueType> kinds;

@@ -29,14 +29,16 @@ TEST_P(WrongUsage, ExitsWithTwoAndLeavesNoFile) {
   EXPECT_EQ(directory.files(), Files{});
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Options, WrongUsage,
-    testing::Values("", "-o", "-o ''", "-o log --record ''", "-o log extra", "-o log --unknown",
-                    "-o log --graphs 0", "-o log --graphs -1", "-o log --nodes x",
-                    "-o log --nodes 100001", "-o log --executions 1.5", "-o log --seed -1",
-                    "-o log --size 0", "-o log --size 5QB", "-o log --size 1MB --executions 3",
-                    "-o log --chunk-size 0", "-o log --chunk-size 2GB", "-o log --record log",
-                    "-o log --record ./log", "-o - --record -"));
+INSTANTIATE_TEST_SUITE_P(Options, WrongUsage,
+                         testing::Values("", "-o", "-o ''", "-o log --record ''", "-o log extra",
+                                         "-o log --unknown", "-o log --graphs 0",
+                                         "-o log --graphs -1", "-o log --nodes x",
+                                         "-o log --nodes 100001", "-o log --executions 1.5",
+                                         "-o log --seed -1", "-o log --seed ''", "-o log --size 0",
+                                         "-o log --size 5QB", "-o log --size 1MB --executions 3",
+                                         "-o log --chunk-size 0", "-o log --chunk-size 2GB",
+                                         "-o log --record log", "-o log --record ./log",
+                                         "-o - --record -"));
 
 TEST(Failure, HelpAndVersionSucceed) {
   const TestDirectory directory;
