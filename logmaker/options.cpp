@@ -1,6 +1,5 @@
 #include "logmaker/options.h"
 
-#include <CLI/CLI.hpp>
 #include <cstddef>
 #include <filesystem>
 #include <limits>

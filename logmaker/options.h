@@ -1,13 +1,10 @@
 #pragma once
 
+#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <string>
 
 #include "logmaker/scenario.h"
-
-namespace CLI {
-class App;
-}
 
 namespace vyn::logmaker {
 
