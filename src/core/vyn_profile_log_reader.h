@@ -3,13 +3,22 @@
 #include <cstdint>
 #include <list>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
+#include "input/chunk_stream.h"
 #include "input/execution_records.h"
 #include "input/flat_buffer_reader_util.h"
+#include "input/group_index.h"
 #include "vyn/profiling/profile_log_reader.h"
 
 namespace vyn::profiling {
+
+struct Heading;  // report/headings.h
+
+/// Queue wait in microseconds by graph name.
+using QueueWaits = std::unordered_map<std::string_view, std::uint64_t>;
 
 /// The base reader: decodes every admitted message into an event model, derives statistics for each
 /// graph, and writes a console summary and a CSV listing. Its operations stand in the folder of
@@ -33,6 +42,78 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
  protected:
   /// Copies the current chunk's header into the members below, once.
   void saveHeader();
+
+  // Reading. A message is visible when its level is below the reader's; each take operation files
+  // one message into the stores below and returns false when it did not take it.
+  bool readChunks(ChunkStream& chunks);
+  bool dispatchMessage(const schema::Message& message);
+  bool isVisible(const schema::Message& message) const;
+  bool takeTiming(const schema::Message& message, std::uint64_t& timestamp,
+                  std::uint64_t& duration);
+  bool takeSingleRecord(const schema::Message& message, std::uint64_t& duration,
+                        std::uint64_t& timestamp, std::vector<EventNode>& events);
+  bool takeCreateFromBinary(const schema::Message& message);
+  bool takeDeInit(const schema::Message& message);
+  bool takeExecuteIps(const schema::Message& message);
+  bool takeLibraryLoad(const schema::Message& message);
+  bool takeExecute(const schema::Message& message);
+  bool takeApplyBinarySection(const schema::Message& message);
+  bool takeFinalize(const schema::Message& message);
+  bool takeGraphComponent(const schema::Message& message);
+  ExecutionRecord decodeExecution(const schema::Message& message);
+  void keepInitEvents(std::vector<EventNode> initEvents);
+  void addExecution(const schema::Message& message, ExecutionRecord record);
+
+  // Statistics, derived once the whole log is read. The first two return what is to be printed.
+  std::string deriveStatistics();
+  std::string deriveQueueWaits();
+  void deriveInitTotals();
+
+  // Output: the summary is built whole before it is printed, the CSV written line by line.
+  void printSummary(std::ostream& stream);
+  void writeCsv(std::ostream& stream);
+
+  // Console summary, one operation a block.
+  void printHeaderDetails(std::ostream& stream);
+  void printStatisticsTitle(std::ostream& stream);
+  void printInitStats(std::ostream& stream);
+  void printComposeGraphsStats(std::ostream& stream);
+  void printFinalizeStats(std::ostream& stream);
+  void printDeInitStats(std::ostream& stream);
+  void printExecuteStatsOverall(std::ostream& stream);
+  void printExecuteStatsAverage(std::ostream& stream);
+  void printExecuteStatsMin(std::ostream& stream);
+  void printExecuteStatsMax(std::ostream& stream);
+  void printLibLoadStats(std::ostream& stream);
+  void printApplyBinarySectionStatsAverage(std::ostream& stream);
+  void printApplyBinarySectionStatsMin(std::ostream& stream);
+  void printApplyBinarySectionStatsMax(std::ostream& stream);
+
+  void printExecuteStats(std::ostream& stream, const Heading& heading,
+                         const std::vector<EventGroup>& groups, const QueueWaits& queueWaits);
+  void printExecuteDetails(std::ostream& stream, const EventGroup& group,
+                           const QueueWaits& queueWaits);
+  void printApplyBinarySectionStats(std::ostream& stream, const Heading& heading,
+                                    const std::vector<EventGroup>& groups);
+
+  // CSV listing: the lines before the rows, then one operation a kind of row.
+  void writeCsvHeader(std::ostream& stream);
+  void writeInitCsv(std::ostream& stream);
+  void writeComposeGraphsCsv(std::ostream& stream);
+  void writeFinalizeCsv(std::ostream& stream);
+  void writeDeInitCsv(std::ostream& stream);
+  void writeExecuteCsv(std::ostream& stream);
+  void writeExecuteIpsCsv(std::ostream& stream);
+  void writeLibLoadCsv(std::ostream& stream);
+  void writeApplyBinarySectionCsv(std::ostream& stream);
+  void writeExecutionsCsv(std::ostream& stream, const std::vector<ExecutionGroup>& groups,
+                          const std::string& rowKeyword, const std::string& eventKeyword);
+
+  /// Writes an OBJECT event's bytes to the file that it names, or to the next free numbered one.
+  void writeObjectPayload(const EventNode& event);
+
+  /// Writes the payloads of every execution's OBJECT events.
+  void writeExecutionPayloads();
 
   VisibilityLevel m_visibilityLevel;
   bool m_reachedEof = false;  // the current chunk has no further message
@@ -90,6 +171,10 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   std::uint64_t m_steadyClockTimestamp;
   float m_timeScale;
   std::list<std::string> m_eventStrings;  // texts that string-valued events point to; never moved
+
+  // Look-up by graph name for the two stores of executions above.
+  GroupIndex m_executeGroupIndex;
+  GroupIndex m_applyBinarySectionGroupIndex;
 };
 
 }  // namespace vyn::profiling

@@ -1,5 +1,5 @@
+#include "core/start_logging.h"
 #include "json/json_document.h"
-#include "json/start_logging.h"
 #include "json/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 

@@ -1,4 +1,4 @@
-#include "json/start_logging.h"
+#include "core/start_logging.h"
 
 #include <iostream>
 
