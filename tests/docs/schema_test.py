@@ -121,6 +121,7 @@ class SchemaTest(unittest.TestCase):
         self.refuses_event({"unit": "", "type": "node"})
 
     def test_refuses_events_of_another_form(self):
+        self.refuses_event({"unit": "", "type": "NONE", "count": 1})
         self.refuses_event({"unit": ""})
         self.refuses_event({"unit": "", "type": "NONE", "value": None})
         self.refuses_event({"unit": "", "type": "NONE", "value": True})
@@ -133,8 +134,12 @@ class SchemaTest(unittest.TestCase):
         self.refuses(lambda profile: first_header(profile).update(timestamp=-1))
         self.refuses(lambda profile: first_header(profile).update(timestamp=2**64))
         self.refuses(lambda profile: first_header(profile).update(timestamp=0.5))
+        for number in (-1, 2**32, 0.5):
+            self.refuses(lambda profile, n=number: profile["metadata"]["version"].update(major=n))
         self.refuses(lambda profile: profile["messages"][0].update(appMetrics={}))
-        self.refuses(lambda profile: profile["messages"][0].update(appMetrics={"startTime": 0}))
+        for number in (0, 2**64, 1.5):
+            self.refuses(lambda profile, n=number:
+                         profile["messages"][0].update(appMetrics={"startTime": n}))
 
     def test_refuses_an_array_of_other_things(self):
         self.assertFalse(self.validator.is_valid([self.profile, [self.profile]]))
