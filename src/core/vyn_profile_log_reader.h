@@ -77,7 +77,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   void printHeaderDetails(std::ostream& stream);
   void printStatisticsTitle(std::ostream& stream);
   void printInitStats(std::ostream& stream);
-  void printComposeGraphsStats(std::ostream& stream);
+  void printComposeGraphsStats(std::ostream& stream) const;
   void printFinalizeStats(std::ostream& stream);
   void printDeInitStats(std::ostream& stream);
   void printExecuteStatsOverall(std::ostream& stream);
