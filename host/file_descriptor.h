@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace vyn::host {
+
+/// Owns an open file descriptor, or none.
+class FileDescriptor {
+ public:
+  FileDescriptor() = default;
+  /// Takes what a system call returned; a negative number is no descriptor.
+  explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
+  FileDescriptor(FileDescriptor&& other) noexcept
+      : m_descriptor(std::exchange(other.m_descriptor, kNone)) {}
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+    std::swap(m_descriptor, other.m_descriptor);
+    return *this;
+  }
+  ~FileDescriptor() { close(); }
+
+  bool isOpen() const { return m_descriptor >= 0; }
+  int get() const { return m_descriptor; }
+
+  /// Returns 0 or the error number, which may be that of an earlier write.
+  int close();
+
+ private:
+  static constexpr int kNone = -1;
+
+  int m_descriptor = kNone;
+};
+
+/// An open file and what to call it in messages.
+struct NamedFile {
+  int descriptor;
+  const std::string& name;
+};
+
+/// Copies the file `from`, from its start to its end, to `to`. Throws HostError.
+void copyFile(const NamedFile& from, const NamedFile& to);
+
+}  // namespace vyn::host

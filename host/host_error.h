@@ -1,0 +1,24 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace vyn::host {
+
+/// A failure that ends the program: one line that names what failed, tells what happened and what
+/// to do about it.
+class HostError : public std::runtime_error {
+ public:
+  /// `subject` is mostly a file's name as the user gave it.
+  HostError(const std::string& subject, const std::string& explanation)
+      : std::runtime_error(subject + ": " + explanation) {}
+};
+
+/// What a system call's `error` number means to the user, and what to do: "no such file ...; ...".
+std::string explain(int error);
+
+/// Writes one line to standard error, behind the program's name. Control characters, which names
+/// may hold, are shown as \xNN, so that the line stays one and no terminal obeys them.
+void reportLine(const std::string& text);
+
+}  // namespace vyn::host

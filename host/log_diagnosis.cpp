@@ -1,0 +1,67 @@
+#include "log_diagnosis.h"
+
+#include <profile_log_generated.h>
+
+#include <cstdint>
+
+#include "input/chunk_format.h"
+#include "input/chunk_stream.h"
+#include "input/chunk_verifier.h"
+
+namespace vyn::host {
+namespace {
+
+// The whole chunks from the start of a log.
+struct SoundPart {
+  std::uint64_t chunks = 0;
+  std::uint64_t messages = 0;
+  std::uint64_t bytes = 0;
+  bool isWholeLog = false;
+};
+
+std::uint64_t messageCount(const profiling::ChunkBuffer& chunk) {
+  const auto* messages = profiling::schema::GetProfileLog(chunk->data())->messages();
+  return messages == nullptr ? 0 : messages->size();
+}
+
+SoundPart findSoundPart(const std::string& path) {
+  SoundPart part;
+  profiling::ChunkStream stream(path);
+  while (const profiling::ChunkBuffer chunk = stream.next()) {
+    if (!profiling::isSoundChunk(chunk->data(), chunk->capacity())) {
+      return part;
+    }
+    ++part.chunks;
+    part.messages += messageCount(chunk);
+    part.bytes += sizeof(profiling::ChunkLength) + chunk->capacity();
+  }
+  part.isWholeLog = true;
+  return part;
+}
+
+std::string counted(std::uint64_t count, const std::string& noun) {
+  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+std::string diagnoseLog(const LogFile& log) {
+  if (!log.canBeReadAgain()) {
+    return "the log is damaged; write it to a file and read that to learn where";
+  }
+  const SoundPart part = findSoundPart(log.path);
+  if (part.isWholeLog) {
+    return "the reader refused it though its chunks are sound; see the reader's own message";
+  }
+  if (part.chunks == 0) {
+    return "not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run "
+           "wrote";
+  }
+  const std::string offset = std::to_string(part.bytes);
+  return "damaged after chunk " + std::to_string(part.chunks) + " at byte offset " + offset +
+         " (whole chunks before it: " + std::to_string(part.chunks) + ", " +
+         counted(part.messages, "message") + "); copy the log again, or keep what is whole with " +
+         "head -c " + offset;
+}
+
+}  // namespace vyn::host

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "log_file.h"
+
+namespace vyn::host {
+
+/// Why a reader refused the log, and what to do: walks the log chunk by chunk to its first damage.
+/// Throws std::bad_alloc when a chunk does not fit into memory.
+std::string diagnoseLog(const LogFile& log);
+
+}  // namespace vyn::host

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <sys/stat.h>
+
+#include <string>
+
+namespace vyn::host {
+
+/// The log to be read, and what it was when the program started.
+struct LogFile {
+  std::string path;
+  struct stat status;
+
+  /// A pipe is not: what a reader took from it is gone.
+  bool canBeReadAgain() const { return S_ISREG(status.st_mode); }
+};
+
+/// Finds the log without opening it, as opening a pipe would take its writer away from the reader.
+/// Throws HostError when it is not there, is a directory, or may not be read.
+LogFile findLog(const std::string& path);
+
+}  // namespace vyn::host

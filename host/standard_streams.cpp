@@ -1,0 +1,71 @@
+#include "standard_streams.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <iostream>
+
+#include "host_error.h"
+
+namespace vyn::host {
+namespace {
+
+void flushStandardOutput() {
+  std::cout.flush();
+  std::fflush(stdout);
+}
+
+void fillDescriptor(int descriptor) {
+  if (fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) {
+    return;
+  }
+  // Read-only for standard output: writing what nobody gets must fail.
+  const int mode = descriptor == STDERR_FILENO ? O_WRONLY : O_RDONLY;
+  [[maybe_unused]] const int filled = open("/dev/null", mode);  // takes the lowest free number
+}
+
+}  // namespace
+
+void prepareStandardStreams() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    fillDescriptor(descriptor);
+  }
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void finishStandardOutput() {
+  errno = 0;
+  flushStandardOutput();
+  const int error = errno;
+  if (std::cout.good() && std::ferror(stdout) == 0) {
+    return;
+  }
+  // The number is lost when the failing write was an earlier one.
+  throw HostError(
+      "standard output",
+      error != 0 ? explain(error) : "could not be written whole; check where it is directed to");
+}
+
+StandardOutputDiversion::StandardOutputDiversion() : m_standardOutput(duplicateStandardOutput()) {
+  flushStandardOutput();
+  dup2(STDERR_FILENO, STDOUT_FILENO);
+}
+
+StandardOutputDiversion::~StandardOutputDiversion() {
+  flushStandardOutput();
+  dup2(m_standardOutput.get(), STDOUT_FILENO);
+}
+
+FileDescriptor duplicateStandardOutput() {
+  FileDescriptor duplicate(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+  if (!duplicate.isOpen()) {
+    throw HostError("standard output", explain(errno));
+  }
+  return duplicate;
+}
+
+}  // namespace vyn::host
