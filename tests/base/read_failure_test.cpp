@@ -1,0 +1,55 @@
+// What the base reader says and keeps when a log cannot be read.
+
+#include "base/base_fixture.h"
+#include "log/logger_registry.h"
+
+namespace vyn::test {
+namespace {
+
+class ReadFailure : public testing::Test {
+ protected:
+  void SetUp() override { ASSERT_TRUE(log::initializeLogging(nullptr, 1)); }
+  void TearDown() override { log::terminateLogging(); }
+
+  TempFolder m_folder;
+};
+
+TEST_F(ReadFailure, MissingLog) {
+  OpenReader reader(m_folder.path("missing.log"));
+  EXPECT_EQ(printedBy([&] { EXPECT_FALSE(reader.readInputFile(false)); }),
+            "<ms> [ ERROR ] Invalid or nonexistent file: " + m_folder.path("missing.log") + "\n");
+}
+
+TEST_F(ReadFailure, CorruptSecondChunkLeavesTheFirstOnesMessages) {
+  const std::string good = logOf({chunkOf({message("5", 1, 7)})});
+  OpenReader reader(m_folder.add("run.log", good + framed("0123456789abcdef")));
+  EXPECT_EQ(printedBy([&] { EXPECT_FALSE(reader.readInputFile(true)); }),
+            "<ms> [ ERROR ] Corrupted flatbuffer binary stream\n");
+  EXPECT_EQ(reader.m_deInitTime, 7U);
+  EXPECT_FALSE(reader.m_writeObjectPayloads);
+}
+
+TEST_F(ReadFailure, EmptyLogIsNone) {
+  OpenReader reader(m_folder.add("run.log", ""));
+  EXPECT_TRUE(reader.readInputFile(true));
+  EXPECT_TRUE(reader.m_writeObjectPayloads);
+}
+
+TEST_F(ReadFailure, PartOfALengthAtTheEndIsNone) {
+  OpenReader reader(m_folder.add("run.log", logOf({chunkOf({message("5", 1, 7)})}) + "\x01\x02"));
+  EXPECT_TRUE(reader.readInputFile(false));
+  EXPECT_EQ(reader.m_deInitTime, 7U);
+}
+
+TEST_F(ReadFailure, LengthsThatNoChunkHas) {
+  for (const std::string& length :
+       {std::string("\0\0\0\0", 4), std::string("\x0b\0\0\0", 4), std::string("\xff\xff\xff\x7f"),
+        std::string("\xff\xff\xff\xff"), std::string("\xfe\xff\xff\x7f")}) {
+    OpenReader reader(m_folder.add("run.log", length + "0123456789abcdef"));
+    EXPECT_EQ(printedBy([&] { EXPECT_FALSE(reader.readInputFile(false)); }),
+              "<ms> [ ERROR ] Corrupted flatbuffer binary stream\n");
+  }
+}
+
+}  // namespace
+}  // namespace vyn::test

@@ -1,0 +1,123 @@
+#pragma once
+
+#include <string>
+
+#include "core/vyn_profile_log_reader.h"
+#include "support/json_log.h"
+#include "support/temp_folder.h"
+
+namespace vyn::test {
+
+/// A base reader whose members tests can see and set.
+class OpenReader : public profiling::VynProfileLogReader {
+ public:
+  explicit OpenReader(const std::string& logPath = "run.log", int level = 127)
+      : VynProfileLogReader(logPath, static_cast<profiling::VisibilityLevel>(level)) {}
+
+  using VynProfileLogReader::m_applyBinarySectionAverage;
+  using VynProfileLogReader::m_applyBinarySectionGroups;
+  using VynProfileLogReader::m_applyBinarySectionMax;
+  using VynProfileLogReader::m_applyBinarySectionMin;
+  using VynProfileLogReader::m_asyncExecute;
+  using VynProfileLogReader::m_backendVersion;
+  using VynProfileLogReader::m_composeGraphsTime;
+  using VynProfileLogReader::m_composeGraphsTimestamp;
+  using VynProfileLogReader::m_contextCreateTime;
+  using VynProfileLogReader::m_contextCreateTimestamp;
+  using VynProfileLogReader::m_createFromBinaryEvents;
+  using VynProfileLogReader::m_createFromBinaryTime;
+  using VynProfileLogReader::m_createFromBinaryTimestamp;
+  using VynProfileLogReader::m_deInitEvents;
+  using VynProfileLogReader::m_deInitTime;
+  using VynProfileLogReader::m_deInitTimestamp;
+  using VynProfileLogReader::m_eventStrings;
+  using VynProfileLogReader::m_executeAverage;
+  using VynProfileLogReader::m_executeGroups;
+  using VynProfileLogReader::m_executeIpsEvents;
+  using VynProfileLogReader::m_executeIpsTime;
+  using VynProfileLogReader::m_executeIpsTimestamp;
+  using VynProfileLogReader::m_executeMax;
+  using VynProfileLogReader::m_executeMin;
+  using VynProfileLogReader::m_finalizeGroups;
+  using VynProfileLogReader::m_hasApplyBinarySection;
+  using VynProfileLogReader::m_hasCreateFromBinaryEvents;
+  using VynProfileLogReader::m_hasExecuteIps;
+  using VynProfileLogReader::m_hasFinalize;
+  using VynProfileLogReader::m_hasFinalizeEvents;
+  using VynProfileLogReader::m_hasInitEvents;
+  using VynProfileLogReader::m_hasLibLoad;
+  using VynProfileLogReader::m_initEvents;
+  using VynProfileLogReader::m_initTime;
+  using VynProfileLogReader::m_initTimestamp;
+  using VynProfileLogReader::m_inputLogFileLocation;
+  using VynProfileLogReader::m_libLoadEvents;
+  using VynProfileLogReader::m_libLoadTime;
+  using VynProfileLogReader::m_libLoadTimestamp;
+  using VynProfileLogReader::m_netRunVersion;
+  using VynProfileLogReader::m_omitExecuteDetails;
+  using VynProfileLogReader::m_queueWaitMax;
+  using VynProfileLogReader::m_queueWaitMin;
+  using VynProfileLogReader::m_queueWaitSeries;
+  using VynProfileLogReader::m_reachedEof;
+  using VynProfileLogReader::m_writeObjectPayloads;
+
+  using VynProfileLogReader::printApplyBinarySectionStatsAverage;
+  using VynProfileLogReader::printApplyBinarySectionStatsMax;
+  using VynProfileLogReader::printApplyBinarySectionStatsMin;
+  using VynProfileLogReader::printComposeGraphsStats;
+  using VynProfileLogReader::printDeInitStats;
+  using VynProfileLogReader::printExecuteStatsAverage;
+  using VynProfileLogReader::printExecuteStatsMax;
+  using VynProfileLogReader::printExecuteStatsMin;
+  using VynProfileLogReader::printExecuteStatsOverall;
+  using VynProfileLogReader::printFinalizeStats;
+  using VynProfileLogReader::printInitStats;
+  using VynProfileLogReader::printLibLoadStats;
+  using VynProfileLogReader::printStatisticsTitle;
+  using VynProfileLogReader::writeApplyBinarySectionCsv;
+  using VynProfileLogReader::writeComposeGraphsCsv;
+  using VynProfileLogReader::writeCsvHeader;
+  using VynProfileLogReader::writeDeInitCsv;
+  using VynProfileLogReader::writeExecuteCsv;
+  using VynProfileLogReader::writeExecuteIpsCsv;
+  using VynProfileLogReader::writeFinalizeCsv;
+  using VynProfileLogReader::writeInitCsv;
+  using VynProfileLogReader::writeLibLoadCsv;
+  using VynProfileLogReader::writeObjectPayload;
+};
+
+/// The fields of a message in the JSON form: its method, time stamp, a duration in microseconds,
+/// and the rest.
+inline std::string message(const std::string& method, int timestamp, int duration,
+                           const std::string& rest = "") {
+  return "{header:{timestamp:" + std::to_string(timestamp) +
+         "},appMetrics:{startTime:1000,stopTime:" + std::to_string(1000 + duration) +
+         "},method:" + method + (rest.empty() ? "" : "," + rest) + "}";
+}
+
+/// An event with an unsigned value and, in the JSON form, the rest of its fields.
+inline std::string event(const std::string& identifier, std::uint64_t value,
+                         const std::string& rest = "") {
+  return "{identifier:\"" + identifier + "\",valueType:2,uint64Value:" + std::to_string(value) +
+         (rest.empty() ? "" : "," + rest) + "}";
+}
+
+/// One chunk of these messages.
+inline std::string chunkOf(std::initializer_list<std::string> messages) {
+  std::string list;
+  for (const std::string& text : messages) {
+    list += (list.empty() ? "" : ",") + text;
+  }
+  return "{messages:[" + list + "]}";
+}
+
+/// The identifiers of events, with a blank after each.
+inline std::string names(const std::vector<profiling::EventNode>& events) {
+  std::string text;
+  for (const auto& node : events) {
+    text += node.identifier + " ";
+  }
+  return text;
+}
+
+}  // namespace vyn::test
