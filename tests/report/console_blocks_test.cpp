@@ -1,0 +1,210 @@
+// The blocks of the console summary, each by itself.
+
+#include <gtest/gtest.h>
+
+#include <iomanip>
+#include <sstream>
+
+#include "report/event_nodes.h"
+#include "support/open_reader.h"
+
+namespace vyn::test {
+namespace {
+
+using Block = void (OpenReader::*)(std::ostream&);
+
+class ConsoleBlocks : public testing::Test {
+ protected:
+  template <typename Print>
+  std::string printed(Print print) {
+    std::ostringstream stream;
+    stream << std::fixed << std::setprecision(0);
+    (m_reader.*print)(stream);
+    return stream.str();
+  }
+
+  OpenReader m_reader;
+};
+
+std::string dashes(std::size_t count) { return std::string(count, '-') + "\n"; }
+
+TEST_F(ConsoleBlocks, TitleIsFollowedByTheFirstFourBlocks) {
+  EXPECT_EQ(printed(&OpenReader::printStatisticsTitle),
+            "Vyn Init/Prepare/Finalize/De-Init/Execute/Lib-Load Statistics:\n" + dashes(60) +
+                "Init Stats:\n" + dashes(11) + "    NetRun: 0 us\n\n" + "Compose Graphs Stats:\n" +
+                dashes(14) + "    NetRun: 0 us\n\n" + "Finalize Stats:\n" + dashes(15) + "\n" +
+                "De-Init Stats:\n" + dashes(14) + "    NetRun: 0 us\n\n");
+}
+
+TEST_F(ConsoleBlocks, InitListsInitEventsBeforeThoseOfTheBinary) {
+  m_reader.m_initTime = 26;
+  m_reader.m_initEvents = {node("load", 5, 2)};
+  m_reader.m_createFromBinaryEvents = {node("parse", 6, 1)};
+  const std::string start = "Init Stats:\n" + dashes(11) + "    NetRun: 26 us\n";
+  EXPECT_EQ(printed(&OpenReader::printInitStats), start + "\n");
+  m_reader.m_hasCreateFromBinaryEvents = true;
+  EXPECT_EQ(printed(&OpenReader::printInitStats), start + "    Backend (parse): 6 us\n\n");
+  m_reader.m_hasInitEvents = true;
+  EXPECT_EQ(printed(&OpenReader::printInitStats), start + "    Backend (load): 5 bytes\n\n");
+}
+
+TEST_F(ConsoleBlocks, ComposeGraphs) {
+  m_reader.m_composeGraphsTime = 8;
+  EXPECT_EQ(printed(&OpenReader::printComposeGraphsStats),
+            "Compose Graphs Stats:\n" + dashes(14) + "    NetRun: 8 us\n\n");
+}
+
+TEST_F(ConsoleBlocks, FinalizeListsEventsOnlyUnderItsFlag) {
+  m_reader.m_finalizeGroups = {{"net0", 6, 1, {node("x", 1)}}, {"net1", 7, 2, {}}};
+  const std::string start =
+      "Finalize Stats:\n" + dashes(15) + "Graph 0 (net0):\n    NetRun: 6 us\n";
+  const std::string rest = "\nGraph 1 (net1):\n    NetRun: 7 us\n\n";
+  EXPECT_EQ(printed(&OpenReader::printFinalizeStats), start + rest);
+  m_reader.m_hasFinalizeEvents = true;
+  EXPECT_EQ(printed(&OpenReader::printFinalizeStats), start + "    Backend (x): 1 cycles\n" + rest);
+}
+
+TEST_F(ConsoleBlocks, DeInitAlwaysListsItsEvents) {
+  m_reader.m_deInitTime = 4;
+  m_reader.m_deInitEvents = {node("x", 1)};
+  EXPECT_EQ(printed(&OpenReader::printDeInitStats),
+            "De-Init Stats:\n" + dashes(14) + "    NetRun: 4 us\n    Backend (x): 1 cycles\n\n");
+}
+
+class Overall : public ConsoleBlocks {
+ protected:
+  void expectRate(std::vector<profiling::EventNode> events, const std::string& rate) {
+    m_reader.m_executeIpsEvents = std::move(events);
+    m_reader.m_hasExecuteIps = true;
+    EXPECT_EQ(printed(&OpenReader::printExecuteStatsOverall),
+              "Execute Stats (Overall):\n" + dashes(24) +
+                  "    NetRun IPS (includes IO and misc. time): " + rate + " inf/sec \n\n");
+  }
+};
+
+TEST_F(Overall, DurationFirst) {
+  expectRate({node("duration", 2000000), node("count", 100)}, "50.0000");
+}
+
+TEST_F(Overall, DurationSecond) {
+  expectRate({node("count", 100), node("duration", 3000000)}, "33.3333");
+}
+
+TEST_F(Overall, SecondIsTheDurationWhateverItsName) {
+  expectRate({node("a", 100), node("b", 2000000)}, "50.0000");
+}
+
+TEST_F(Overall, DurationOfZero) { expectRate({node("duration", 0), node("count", 100)}, "0.0000"); }
+
+TEST_F(Overall, IsLeftOutWithoutItsMessageOrWithOneEvent) {
+  m_reader.m_executeIpsEvents = {node("duration", 1), node("count", 1)};
+  EXPECT_EQ(printed(&OpenReader::printExecuteStatsOverall), "");
+  m_reader.m_hasExecuteIps = true;
+  m_reader.m_executeIpsEvents.pop_back();
+  EXPECT_EQ(printed(&OpenReader::printExecuteStatsOverall), "");
+}
+
+const std::string kExecuteRules =
+    dashes(24) + "Total Inference Time: \n" + std::string(21, '-') + "\n";
+
+TEST_F(ConsoleBlocks, ExecutionsWithoutAnyAreHeadingsAndAnEmptyLine) {
+  EXPECT_EQ(printed(&OpenReader::printExecuteStatsAverage),
+            "Execute Stats (Average):\n" + kExecuteRules + "\n");
+  EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
+            "Execute Stats (Min):\n" + kExecuteRules + "\n");
+  EXPECT_EQ(printed(&OpenReader::printExecuteStatsMax),
+            "Execute Stats (Max):\n" + kExecuteRules + "\n");
+}
+
+TEST_F(ConsoleBlocks, SynchronousExecutionHasNoRoundTripEvenWithQueueWaits) {
+  m_reader.m_executeMin = {{"net0", 10, 1, {node("x", 1, 3, {node("y", 2, 6)})}}};
+  m_reader.m_queueWaitMin = {{"net0", 4}};
+  EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
+            "Execute Stats (Min):\n" + kExecuteRules +
+                "Graph 0 (net0):\n    NetRun: 10 us\n    Backend (x): 1 cycles\n        y: 2 \n\n");
+}
+
+TEST_F(ConsoleBlocks, AsynchronousAverageSubtractsTheMeanWait) {
+  m_reader.m_asyncExecute = true;
+  m_reader.m_executeAverage = {{"net0", 1200, 1, {node("x", 1)}}, {"net1", 50, 1, {}}};
+  m_reader.m_queueWaitSeries = {{"net0", {100, 301}}};
+  EXPECT_EQ(printed(&OpenReader::printExecuteStatsAverage),
+            "Execute Stats (Average):\n" + kExecuteRules +
+                "Graph 0 (net0):\n    NetRun (Host Round-Trip): 1200 us\n"
+                "    NetRun (Host Round-Trip excluding queue wait): 1000\n"
+                "    Backend (x): 1 cycles\n\n"
+                "Graph 1 (net1):\n    NetRun (Host Round-Trip): 50 us\n\n");
+}
+
+TEST_F(ConsoleBlocks, WaitLongerThanTheDurationWrapsAround) {
+  m_reader.m_asyncExecute = true;
+  m_reader.m_executeMax = {{"net0", 1, 1, {}}};
+  m_reader.m_queueWaitMax = {{"net0", 2}};
+  EXPECT_NE(printed(&OpenReader::printExecuteStatsMax)
+                .find("excluding queue wait): 18446744073709551615\n"),
+            std::string::npos);
+}
+
+TEST_F(ConsoleBlocks, EmptySeriesCountsAsNoWaitAndHugeOnesDoNotOverflow) {
+  m_reader.m_asyncExecute = true;
+  m_reader.m_executeAverage = {{"a", 7, 1, {}}, {"b", 7, 1, {}}};
+  m_reader.m_queueWaitSeries = {{"a", {}}, {"b", {18446744073709551615U, 18446744073709551615U}}};
+  const std::string text = printed(&OpenReader::printExecuteStatsAverage);
+  EXPECT_NE(text.find("excluding queue wait): 7\n"), std::string::npos);
+  EXPECT_NE(text.find("excluding queue wait): 8\n"), std::string::npos);  // 7 - (2^64 - 1)
+}
+
+TEST_F(ConsoleBlocks, FirstWaitOfANameCounts) {
+  m_reader.m_asyncExecute = true;
+  m_reader.m_executeMin = {{"a", 10, 1, {}}};
+  m_reader.m_queueWaitMin = {{"a", 1}, {"a", 2}};
+  EXPECT_NE(printed(&OpenReader::printExecuteStatsMin).find("queue wait): 9\n"), std::string::npos);
+}
+
+TEST_F(ConsoleBlocks, OmittedDetailsLeaveOutWaitAndEvents) {
+  m_reader.m_asyncExecute = true;
+  m_reader.m_omitExecuteDetails = true;
+  m_reader.m_executeMin = {{"a", 10, 1, {node("x", 1)}}};
+  m_reader.m_queueWaitMin = {{"a", 1}};
+  EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
+            "Execute Stats (Min):\n" + kExecuteRules +
+                "Graph 0 (a):\n    NetRun (Host Round-Trip): 10 us\n\n");
+}
+
+TEST_F(ConsoleBlocks, LibLoadTakesTheFirstValueWhateverItsType) {
+  m_reader.m_libLoadEvents = {node("latency", 99, 2), node("other", 1)};
+  EXPECT_EQ(printed(&OpenReader::printLibLoadStats), "");
+  m_reader.m_hasLibLoad = true;
+  EXPECT_EQ(printed(&OpenReader::printLibLoadStats),
+            "Dynamic Lib Load Stats:\n" + dashes(24) + "    Backend Latency: 99 us\n\n");
+  m_reader.m_libLoadEvents.clear();
+  EXPECT_EQ(printed(&OpenReader::printLibLoadStats), "");
+}
+
+TEST_F(ConsoleBlocks, AppliedBinarySectionsNeedTheirFlag) {
+  m_reader.m_applyBinarySectionAverage = {{"net0", 5, 1, {node("x", 1)}}};
+  EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsAverage), "");
+  m_reader.m_hasApplyBinarySection = true;
+  EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsAverage),
+            "ApplyBinarySection Stats (Average):\n" + dashes(35) +
+                "Graph 0 (net0):\n    NetRun: 5 us\n    Backend (x): 1 cycles\n\n");
+}
+
+TEST_F(ConsoleBlocks, AppliedBinarySectionsWithoutGroupsHaveNoEmptyLine) {
+  m_reader.m_hasApplyBinarySection = true;
+  EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsMin),
+            "ApplyBinarySection Stats (Min):\n" + dashes(35));
+  EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsMax),
+            "ApplyBinarySection Stats (Max):\n" + dashes(35));
+}
+
+TEST_F(ConsoleBlocks, EventsListChildrenButNoGrandchildrenAndNoObjects) {
+  std::ostringstream stream;
+  m_reader.printEvents(
+      stream, {node("o", 1, kObjectUnit, {node("c", 2, 4)}),
+               node("a", 3, 6, {node("b", 4, 2, {node("deep", 5)}), node("p", 6, kObjectUnit)})});
+  EXPECT_EQ(stream.str(), "        c: 2 count\n    Backend (a): 3 \n        b: 4 bytes\n");
+}
+
+}  // namespace
+}  // namespace vyn::test

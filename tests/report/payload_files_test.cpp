@@ -1,0 +1,132 @@
+// The files that receive the payloads of OBJECT events.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sstream>
+
+#include "log/logger_registry.h"
+#include "report/event_nodes.h"
+#include "support/captured_output.h"
+#include "support/open_reader.h"
+
+namespace vyn::test {
+namespace {
+
+class PayloadFiles : public testing::Test {
+ protected:
+  std::string content(const std::string& name) { return readFile(m_folder.path(name)); }
+  bool exists(const std::string& name) { return std::filesystem::exists(m_folder.path(name)); }
+
+  void expectSecondFile(const std::string& name, const std::string& secondName) {
+    // By relative names, for the folder's own name has a dot.
+    const auto previous = std::filesystem::current_path();
+    std::filesystem::current_path(m_folder.path(""));
+    m_reader.writeObjectPayload(payload(name, "first"));
+    m_reader.writeObjectPayload(payload(name, "second"));
+    std::filesystem::current_path(previous);
+    EXPECT_EQ(content(name), "first");
+    EXPECT_EQ(content(secondName), "second");
+  }
+
+  TempFolder m_folder;
+  OpenReader m_reader;
+};
+
+TEST_F(PayloadFiles, HoldTheBytesUnchanged) {
+  const std::string bytes("a\0\n\xff", 4);
+  m_reader.writeObjectPayload(payload(m_folder.path("x.bin"), bytes));
+  EXPECT_EQ(content("x.bin"), bytes);
+}
+
+TEST_F(PayloadFiles, EmptyPayloadIsAnEmptyFile) {
+  m_reader.writeObjectPayload(payload(m_folder.path("x.bin"), ""));
+  EXPECT_EQ(content("x.bin"), "");
+}
+
+TEST_F(PayloadFiles, NumbersGoBeforeTheExtension) {
+  expectSecondFile("report.bin", "report_1.bin");
+  m_reader.writeObjectPayload(payload(m_folder.path("report.bin"), "third"));
+  EXPECT_EQ(content("report_2.bin"), "third");
+}
+
+TEST_F(PayloadFiles, NameWithoutExtension) { expectSecondFile("blob", "blob_1"); }
+
+TEST_F(PayloadFiles, NameThatEndsInADot) { expectSecondFile("blob.", "blob_1."); }
+
+TEST_F(PayloadFiles, DotOfAFolderCountsLikeAnyOther) {
+  std::filesystem::create_directory(m_folder.path("v1.2"));
+  m_reader.writeObjectPayload(payload(m_folder.path("v1.2/blob"), "first"));
+  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  const std::string printed = printedBy(
+      [&] { m_reader.writeObjectPayload(payload(m_folder.path("v1.2/blob"), "second")); });
+  log::terminateLogging();
+  EXPECT_EQ(printed,
+            "<ms> [ ERROR ] Invalid output fileName: [" + m_folder.path("v1_1.2/blob") + "]\n");
+}
+
+TEST_F(PayloadFiles, FirstFreeNumberIsTaken) {
+  m_folder.add("x.bin", "");
+  m_folder.add("x_2.bin", "");
+  m_reader.writeObjectPayload(payload(m_folder.path("x.bin"), "new"));
+  EXPECT_EQ(content("x_1.bin"), "new");
+}
+
+TEST_F(PayloadFiles, NamelessPayloadIsNotWritten) {
+  const auto previous = std::filesystem::current_path();
+  std::filesystem::current_path(m_folder.path(""));
+  m_reader.writeObjectPayload(payload("", "bytes"));
+  std::filesystem::current_path(previous);
+  EXPECT_TRUE(std::filesystem::is_empty(m_folder.path("")));
+}
+
+TEST_F(PayloadFiles, ListingGoesOnAfterAFileThatCannotBeMade) {
+  m_reader.m_writeObjectPayloads = true;
+  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  std::ostringstream stream;
+  const std::string printed = printedBy([&] {
+    m_reader.printEvents(stream, {payload(m_folder.path("no/x.bin"), "x"), node("a", 1)});
+  });
+  log::terminateLogging();
+  EXPECT_EQ(printed,
+            "<ms> [ ERROR ] Invalid output fileName: [" + m_folder.path("no/x.bin") + "]\n");
+  EXPECT_EQ(stream.str(), "    Backend (a): 1 cycles\n");
+}
+
+TEST_F(PayloadFiles, AreWrittenByTheListingOnlyWhenAskedFor) {
+  std::ostringstream stream;
+  const auto events =
+      std::vector{payload(m_folder.path("x.bin"), "x", {payload(m_folder.path("y.bin"), "y")})};
+  m_reader.printEvents(stream, events);
+  EXPECT_FALSE(exists("x.bin") || exists("y.bin"));
+  m_reader.m_writeObjectPayloads = true;
+  m_reader.printEvents(stream, events);
+  EXPECT_TRUE(exists("x.bin") && exists("y.bin"));
+  EXPECT_EQ(stream.str(), "");
+}
+
+TEST_F(PayloadFiles, AveragePassWritesEachOnceAndOnceMoreForEachChild) {
+  m_reader.m_writeObjectPayloads = true;
+  m_reader.m_executeAverage = {{"net0", 1, 1, {}}};
+  m_reader.m_executeGroups = {
+      {"net0",
+       {{1, 1, {payload(m_folder.path("x.bin"), "x", {node("a", 1), node("b", 1), node("c", 1)})}},
+        {1, 2, {payload(m_folder.path("y.bin"), "y")}}}}};
+  std::ostringstream stream;
+  m_reader.printExecuteStatsAverage(stream);
+  EXPECT_TRUE(exists("x.bin") && exists("x_1.bin") && exists("x_2.bin") && exists("x_3.bin"));
+  EXPECT_FALSE(exists("x_4.bin"));
+  EXPECT_TRUE(exists("y.bin"));
+  EXPECT_FALSE(exists("y_1.bin"));
+}
+
+TEST_F(PayloadFiles, AveragePassIsSkippedWithoutAverages) {
+  m_reader.m_writeObjectPayloads = true;
+  m_reader.m_executeGroups = {{"net0", {{1, 1, {payload(m_folder.path("x.bin"), "x")}}}}};
+  std::ostringstream stream;
+  m_reader.printExecuteStatsAverage(stream);
+  EXPECT_FALSE(exists("x.bin"));
+}
+
+}  // namespace
+}  // namespace vyn::test
