@@ -3,7 +3,6 @@
 namespace vyn::profiling {
 
 // The header's numbers stay unset: nobody reads them before m_headerSaved is true.
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 VynProfileLogReader::VynProfileLogReader(const std::string& inputLogPath, VisibilityLevel level)
     : m_visibilityLevel(level), m_inputLogFileLocation(inputLogPath) {}
 

@@ -77,7 +77,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   void printHeaderDetails(std::ostream& stream);
   void printStatisticsTitle(std::ostream& stream);
   void printInitStats(std::ostream& stream);
-  void printComposeGraphsStats(std::ostream& stream);
+  void printComposeGraphsStats(std::ostream& stream) const;
   void printFinalizeStats(std::ostream& stream);
   void printDeInitStats(std::ostream& stream);
   void printExecuteStatsOverall(std::ostream& stream);
@@ -99,7 +99,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   // CSV listing: the lines before the rows, then one operation a kind of row.
   void writeCsvHeader(std::ostream& stream);
   void writeInitCsv(std::ostream& stream);
-  void writeComposeGraphsCsv(std::ostream& stream);
+  void writeComposeGraphsCsv(std::ostream& stream) const;
   void writeFinalizeCsv(std::ostream& stream);
   void writeDeInitCsv(std::ostream& stream);
   void writeExecuteCsv(std::ostream& stream);

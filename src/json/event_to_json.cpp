@@ -1,57 +1,71 @@
-#include <optional>
+#include "json/event_to_json.h"
 
 #include "input/enum_texts.h"
-#include "json/json_document.h"
-#include "json/json_text.h"
-#include "json/vyn_profile_log_reader_json.h"
 
 namespace vyn::profiling {
 namespace {
 
-// Raw data and kinds that readers do not know have no value in the document.
-std::optional<rapidjson::Value> eventValueToJson(const schema::Event& event) {
+// Sends the member "value"; raw data and kinds that readers do not know have none. Returns the
+// number of members sent.
+rapidjson::SizeType sendValue(const schema::Event& event, ValueBuilder& builder) {
   switch (event.valueType()) {
     case schema::EventValueType::INT64:
-      return rapidjson::Value(event.int64Value());
+      builder.key("value");
+      builder.number(event.int64Value());
+      return 1;
     case schema::EventValueType::UINT64:
-      return rapidjson::Value(event.uint64Value());
+      builder.key("value");
+      builder.number(event.uint64Value());
+      return 1;
     case schema::EventValueType::FLOAT:
-      return rapidjson::Value(static_cast<double>(event.floatValue()));
+      builder.key("value");
+      builder.number(static_cast<double>(event.floatValue()));
+      return 1;
     case schema::EventValueType::DOUBLE:
-      return rapidjson::Value(event.doubleValue());
+      builder.key("value");
+      builder.number(event.doubleValue());
+      return 1;
     case schema::EventValueType::STRING:
-      return copiedJsonText(event.stringValue());
+      builder.key("value");
+      builder.logText(event.stringValue());
+      return 1;
     default:
-      return std::nullopt;
+      return 0;
   }
 }
 
 }  // namespace
 
 // The verifier's depth limit bounds the recursion.
-rapidjson::Value VynProfileLogReaderJSON::eventToJson(const schema::Event* event) {
-  auto& allocator = g_jsonDocument.GetAllocator();
-  rapidjson::Value object(rapidjson::kObjectType);
-  if (event->identifier() != nullptr) {
-    object.AddMember(rapidjson::StringRef("identifier"), copiedJsonText(event->identifier()),
-                     allocator);
+void eventToJson(const schema::Event& event, ValueBuilder& builder) {
+  rapidjson::SizeType memberCount = 2;
+  builder.startObject();
+  if (event.identifier() != nullptr) {
+    builder.key("identifier");
+    builder.logText(event.identifier());
+    ++memberCount;
   }
   // Consumers of the document rely on "unit" standing before "type".
-  object.AddMember(rapidjson::StringRef("unit"), copiedJsonText(eventUnitText(event->unit())),
-                   allocator);
-  object.AddMember(rapidjson::StringRef("type"), copiedJsonText(eventTypeText(event->type())),
-                   allocator);
-  if (auto value = eventValueToJson(*event)) {
-    object.AddMember(rapidjson::StringRef("value"), *value, allocator);
+  builder.key("unit");
+  builder.constantText(eventUnitText(event.unit()));
+  builder.key("type");
+  builder.constantText(eventTypeText(event.type()));
+  memberCount += sendValue(event, builder);
+  if (event.subEvents() != nullptr) {
+    builder.key("sub-events");
+    eventsToJson(*event.subEvents(), builder);
+    ++memberCount;
   }
-  if (const auto* subEvents = event->subEvents()) {
-    rapidjson::Value array(rapidjson::kArrayType);
-    for (const schema::Event* subEvent : *subEvents) {
-      array.PushBack(eventToJson(subEvent), allocator);
-    }
-    object.AddMember(rapidjson::StringRef("sub-events"), array, allocator);
+  builder.endObject(memberCount);
+}
+
+void eventsToJson(const flatbuffers::Vector<flatbuffers::Offset<schema::Event>>& events,
+                  ValueBuilder& builder) {
+  builder.startArray();
+  for (const schema::Event* event : events) {
+    eventToJson(*event, builder);
   }
-  return object;
+  builder.endArray(events.size());
 }
 
 }  // namespace vyn::profiling

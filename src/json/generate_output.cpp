@@ -1,9 +1,8 @@
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 
 #include <fstream>
 
 #include "core/start_logging.h"
+#include "json/document_writer.h"
 #include "json/json_document.h"
 #include "json/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
@@ -11,18 +10,24 @@
 namespace vyn::profiling {
 namespace {
 
-using TextWriter = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
-
-// Writes the one log that was read; false when it is not exactly one. The writer stops at a number
-// that JSON cannot hold, and the text then ends there.
-bool writeSingleObject(TextWriter& writer) {
-  if (g_jsonDocument.Size() != 1) {
-    return false;
+// What the next output writes: first the one log that was read, later all of them; null when the
+// first output finds not exactly one log.
+const rapidjson::Value* valueToWrite() {
+  if (!g_writeSingleObject) {
+    return &g_jsonDocument;
   }
-  rapidjson::Document copy(rapidjson::kObjectType);
-  copy.CopyFrom(g_jsonDocument[0], copy.GetAllocator());
-  copy.Accept(writer);
-  return true;
+  // Cleared even when nothing can be written: the next output is an array either way.
+  g_writeSingleObject = false;
+  return g_jsonDocument.Size() == 1 ? &g_jsonDocument[0] : nullptr;
+}
+
+// The writer stops at a number that JSON cannot hold; the text then ends there.
+void writeText(const rapidjson::Value& value, std::ostream& file) {
+  BlockOutputStream text(file);
+  DocumentWriter writer(text);
+  value.Accept(writer);
+  text.writeBlock();
+  file << std::endl;
 }
 
 }  // namespace
@@ -44,18 +49,11 @@ bool VynProfileLogReaderJSON::generateOutput(const std::string& outputFileName) 
     log::log(log::kError, "Output JSON file not open.");
     return false;
   }
-  rapidjson::StringBuffer text;
-  TextWriter writer(text);
-  if (g_writeSingleObject) {
-    // Cleared even when the write below fails: the next output is an array either way.
-    g_writeSingleObject = false;
-    if (!writeSingleObject(writer)) {
-      return false;
-    }
-  } else {
-    g_jsonDocument.Accept(writer);
+  const rapidjson::Value* value = valueToWrite();
+  if (value == nullptr) {
+    return false;
   }
-  file << text.GetString() << std::endl;
+  writeText(*value, file);
   return true;
 }
 

@@ -1,63 +1,62 @@
+#include "json/message_to_json.h"
+
 #include "input/enum_texts.h"
-#include "json/json_document.h"
-#include "json/json_text.h"
-#include "json/vyn_profile_log_reader_json.h"
-#include "log/logger_registry.h"
+#include "json/event_to_json.h"
 
 namespace vyn::profiling {
 namespace {
 
-rapidjson::Value messageHeaderToJson(const schema::MessageHeader& header) {
-  auto& allocator = g_jsonDocument.GetAllocator();
-  rapidjson::Value object(rapidjson::kObjectType);
-  object.AddMember(rapidjson::StringRef("timestamp"), header.timestamp(), allocator);
-  object.AddMember(rapidjson::StringRef("sequenceNumber"), header.sequenceNumber(), allocator);
-  return object;
+void sendHeader(const schema::MessageHeader& header, ValueBuilder& builder) {
+  builder.startObject();
+  builder.key("timestamp");
+  builder.number(header.timestamp());
+  builder.key("sequenceNumber");
+  builder.number(header.sequenceNumber());
+  builder.endObject(2);
+}
+
+bool hasMetrics(const schema::AppMetrics& metrics) {
+  return (metrics.startTime() | metrics.stopTime() | metrics.startMem() | metrics.stopMem()) != 0;
 }
 
 // A metric of 0 is left out, like an absent one.
-rapidjson::Value appMetricsToJson(const schema::AppMetrics& metrics) {
-  rapidjson::Value object(rapidjson::kObjectType);
-  const auto addUnlessZero = [&object](rapidjson::Value::StringRefType key, std::uint64_t value) {
+void sendMetrics(const schema::AppMetrics& metrics, ValueBuilder& builder) {
+  rapidjson::SizeType memberCount = 0;
+  const auto sendUnlessZero = [&](const auto& key, std::uint64_t value) {
     if (value != 0) {
-      object.AddMember(key, value, g_jsonDocument.GetAllocator());
+      builder.key(key);
+      builder.number(value);
+      ++memberCount;
     }
   };
-  addUnlessZero("startTime", metrics.startTime());
-  addUnlessZero("stopTime", metrics.stopTime());
-  addUnlessZero("startMem", metrics.startMem());
-  addUnlessZero("stopMem", metrics.stopMem());
-  return object;
+  builder.startObject();
+  sendUnlessZero("startTime", metrics.startTime());
+  sendUnlessZero("stopTime", metrics.stopTime());
+  sendUnlessZero("startMem", metrics.startMem());
+  sendUnlessZero("stopMem", metrics.stopMem());
+  builder.endObject(memberCount);
 }
 
 }  // namespace
 
-bool VynProfileLogReaderJSON::addNextMessageToJson(rapidjson::Value& messages) {
-  const schema::Message* message = m_flatBufferReader.nextMessage();
-  if (message == nullptr) {
-    m_reachedEof = true;
-    log::log(log::kDebug, "profiling::VynProfileLogReader reached EOF!");
-    return false;
+void messageToJson(const schema::Message& message, ValueBuilder& builder) {
+  rapidjson::SizeType memberCount = 2;
+  builder.startObject();
+  builder.key("header");
+  sendHeader(*message.header(), builder);
+  builder.key("method");
+  builder.constantText(methodText(message.method()));
+  if (hasMetrics(*message.appMetrics())) {
+    builder.key("appMetrics");
+    sendMetrics(*message.appMetrics(), builder);
+    ++memberCount;
   }
-  auto& allocator = g_jsonDocument.GetAllocator();
-  rapidjson::Value object(rapidjson::kObjectType);
-  object.AddMember(rapidjson::StringRef("header"), messageHeaderToJson(*message->header()),
-                   allocator);
-  object.AddMember(rapidjson::StringRef("method"), copiedJsonText(methodText(message->method())),
-                   allocator);
-  rapidjson::Value metrics = appMetricsToJson(*message->appMetrics());
-  if (!metrics.ObjectEmpty()) {
-    object.AddMember(rapidjson::StringRef("appMetrics"), metrics, allocator);
+  if (message.profilingEvents() != nullptr) {
+    builder.key("profilingEvents");
+    eventsToJson(*message.profilingEvents(), builder);
+    ++memberCount;
   }
-  if (const auto* events = message->profilingEvents()) {
-    rapidjson::Value array(rapidjson::kArrayType);
-    for (const schema::Event* event : *events) {
-      array.PushBack(eventToJson(event), allocator);
-    }
-    object.AddMember(rapidjson::StringRef("profilingEvents"), array, allocator);
-  }
-  messages.PushBack(object, allocator);
-  return true;
+  builder.endObject(memberCount);
 }
 
 }  // namespace vyn::profiling

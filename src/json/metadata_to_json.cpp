@@ -1,48 +1,47 @@
+#include "json/metadata_to_json.h"
+
 #include "core/version/profile_viewer_version.h"
-#include "json/json_document.h"
-#include "json/json_text.h"
-#include "json/vyn_profile_log_reader_json.h"
-#include "log/logger_registry.h"
 
 namespace vyn::profiling {
 namespace {
 
-rapidjson::Value versionToJson(const schema::Version* version) {
-  auto& allocator = g_jsonDocument.GetAllocator();
-  rapidjson::Value object(rapidjson::kObjectType);
-  if (version != nullptr) {
-    object.AddMember(rapidjson::StringRef("major"), version->major(), allocator);
-    object.AddMember(rapidjson::StringRef("minor"), version->minor(), allocator);
-    object.AddMember(rapidjson::StringRef("teeny"), version->teeny(), allocator);
+void sendVersion(const schema::Version* version, ValueBuilder& builder) {
+  builder.startObject();
+  if (version == nullptr) {
+    builder.endObject(0);
+    return;
   }
-  return object;
+  builder.key("major");
+  builder.number(version->major());
+  builder.key("minor");
+  builder.number(version->minor());
+  builder.key("teeny");
+  builder.number(version->teeny());
+  builder.endObject(3);
 }
 
 }  // namespace
 
-void VynProfileLogReaderJSON::addMetadataToJson() {
-  const schema::LogHeader* header = m_flatBufferReader.header();
-  if (header == nullptr) {
-    log::log(log::kDebug, "hdr is nullptr");
-    return;
-  }
-  auto& allocator = g_jsonDocument.GetAllocator();
-  rapidjson::Value metadata(rapidjson::kObjectType);
-  metadata.AddMember(rapidjson::StringRef("inputLogFileLocation"),
-                     copiedJsonText(m_inputLogFileLocation.c_str()), allocator);
-  metadata.AddMember(rapidjson::StringRef("timeScale"), static_cast<double>(header->timeScale()),
-                     allocator);
-  metadata.AddMember(rapidjson::StringRef("epochTime"), header->epochTime(), allocator);
-  metadata.AddMember(rapidjson::StringRef("timestamp"), header->timestamp(), allocator);
-  metadata.AddMember(rapidjson::StringRef("version"), versionToJson(header->version()), allocator);
-  metadata.AddMember(rapidjson::StringRef("vynProfileViewerVersion"),
-                     copiedJsonText(kProfileViewerVersion), allocator);
-  metadata.AddMember(rapidjson::StringRef("vynNetRunVersion"),
-                     copiedJsonText(header->netRunVersion()), allocator);
-  metadata.AddMember(rapidjson::StringRef("backendVersion"),
-                     copiedJsonText(header->backendVersion()), allocator);
-  m_jsonRoot.AddMember(rapidjson::StringRef("metadata"), metadata, allocator);
-  m_metadataAdded = true;
+void metadataToJson(const schema::LogHeader& header, const std::string& inputLogFileLocation,
+                    ValueBuilder& builder) {
+  builder.startObject();
+  builder.key("inputLogFileLocation");
+  builder.copiedText(inputLogFileLocation.c_str());  // up to its first zero byte
+  builder.key("timeScale");
+  builder.number(static_cast<double>(header.timeScale()));
+  builder.key("epochTime");
+  builder.number(header.epochTime());
+  builder.key("timestamp");
+  builder.number(header.timestamp());
+  builder.key("version");
+  sendVersion(header.version(), builder);
+  builder.key("vynProfileViewerVersion");
+  builder.constantText(kProfileViewerVersion);
+  builder.key("vynNetRunVersion");
+  builder.logText(header.netRunVersion());
+  builder.key("backendVersion");
+  builder.logText(header.backendVersion());
+  builder.endObject(8);
 }
 
 }  // namespace vyn::profiling

@@ -1,5 +1,7 @@
 #include "core/start_logging.h"
 #include "json/json_document.h"
+#include "json/message_to_json.h"
+#include "json/metadata_to_json.h"
 #include "json/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 
@@ -19,21 +21,56 @@ bool VynProfileLogReaderJSON::readInputFile(bool /*writeObjectPayloads*/) {
     return false;
   }
   rapidjson::Value messages(rapidjson::kArrayType);
-  while (const ChunkBuffer chunk = chunks.next()) {
-    if (!m_flatBufferReader.load(chunk)) {
-      return false;
-    }
-    if (!m_metadataAdded) {
-      addMetadataToJson();
-    }
-    m_reachedEof = false;
-    while (!m_reachedEof) {
-      addNextMessageToJson(messages);
-    }
+  if (!readChunksToJson(chunks, messages)) {
+    return false;
   }
   auto& allocator = g_jsonDocument.GetAllocator();
   m_jsonRoot.AddMember(rapidjson::StringRef("messages"), messages, allocator);
   g_jsonDocument.PushBack(m_jsonRoot, allocator);
+  return true;
+}
+
+bool VynProfileLogReaderJSON::readChunksToJson(ChunkStream& chunks, rapidjson::Value& messages) {
+  TextStore texts;
+  ValueBuilder builder(texts);
+  while (const ChunkBuffer chunk = chunks.next()) {
+    if (!m_flatBufferReader.load(chunk)) {
+      return false;
+    }
+    texts.startChunk();
+    if (!m_metadataAdded) {
+      addMetadataToJson(builder);
+    }
+    m_reachedEof = false;
+    while (!m_reachedEof) {
+      addNextMessageToJson(messages, builder);
+    }
+  }
+  return true;
+}
+
+void VynProfileLogReaderJSON::addMetadataToJson(ValueBuilder& builder) {
+  const schema::LogHeader* header = m_flatBufferReader.header();
+  if (header == nullptr) {
+    log::log(log::kDebug, "hdr is nullptr");
+    return;
+  }
+  rapidjson::Value metadata = builder.build(
+      [&](ValueBuilder& out) { metadataToJson(*header, m_inputLogFileLocation, out); });
+  m_jsonRoot.AddMember(rapidjson::StringRef("metadata"), metadata, g_jsonDocument.GetAllocator());
+  m_metadataAdded = true;
+}
+
+bool VynProfileLogReaderJSON::addNextMessageToJson(rapidjson::Value& messages,
+                                                   ValueBuilder& builder) {
+  const schema::Message* message = m_flatBufferReader.nextMessage();
+  if (message == nullptr) {
+    m_reachedEof = true;
+    log::log(log::kDebug, "profiling::VynProfileLogReader reached EOF!");
+    return false;
+  }
+  rapidjson::Value object = builder.build([&](ValueBuilder& out) { messageToJson(*message, out); });
+  messages.PushBack(object, g_jsonDocument.GetAllocator());
   return true;
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/vyn_profile_log_reader.h"
+#include "json/value_builder.h"
 
 namespace vyn::profiling {
 
@@ -19,14 +20,13 @@ class VynProfileLogReaderJSON : public VynProfileLogReader {
   bool readInputFile(bool writeObjectPayloads) override;
 
  protected:
+  bool readChunksToJson(ChunkStream& chunks, rapidjson::Value& messages);
+
   /// Adds "metadata" from the current chunk's header, if it has one, to the root.
-  void addMetadataToJson();
+  void addMetadataToJson(ValueBuilder& builder);
 
   /// Appends the chunk's next message. At the end of the chunk sets m_reachedEof and returns false.
-  bool addNextMessageToJson(rapidjson::Value& messages);
-
-  /// Converts an event and, recursively, its sub-events.
-  rapidjson::Value eventToJson(const schema::Event* event);
+  bool addNextMessageToJson(rapidjson::Value& messages, ValueBuilder& builder);
 
   rapidjson::Value m_jsonRoot{rapidjson::kObjectType};  // null once the read is complete
   bool m_metadataAdded = false;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <locale.h>
+#include <locale.h>  // NOLINT(modernize-deprecated-headers): POSIX declares uselocale here
 
 namespace vyn::log {
 

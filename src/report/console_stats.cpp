@@ -37,7 +37,7 @@ void VynProfileLogReader::printInitStats(std::ostream& stream) {
   stream << std::endl;
 }
 
-void VynProfileLogReader::printComposeGraphsStats(std::ostream& stream) {
+void VynProfileLogReader::printComposeGraphsStats(std::ostream& stream) const {
   printHeading(stream, kComposeGraphsHeading);
   printTimeLine(stream, m_composeGraphsTime);
   stream << std::endl;

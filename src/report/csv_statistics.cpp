@@ -49,7 +49,7 @@ void VynProfileLogReader::writeInitCsv(std::ostream& stream) {
   }
 }
 
-void VynProfileLogReader::writeComposeGraphsCsv(std::ostream& stream) {
+void VynProfileLogReader::writeComposeGraphsCsv(std::ostream& stream) const {
   writeTimeRow(stream, m_composeGraphsTimestamp, "COMPOSE GRAPHS", m_composeGraphsTime, kWholeRun);
 }
 

@@ -9,6 +9,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsSubsetOf;
 
 constexpr char kNoLog[] =
     ": not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run wrote";
@@ -21,7 +22,7 @@ class BadLogTest : public HostTest {
       write("out", "old\n");
       EXPECT_THAT(run({log, "-r", reader, "-o", "out"}), FailsWith(line));
       EXPECT_EQ(read("out"), "old\n");
-      EXPECT_THAT(names(), testing::IsSubsetOf({std::string("out"), log}));
+      EXPECT_THAT(names(), IsSubsetOf({std::string("out"), log}));
     }
   }
 };
@@ -52,8 +53,8 @@ TEST_F(BadLogTest, ALengthThatNoChunkHas) {
 }
 
 TEST_F(BadLogTest, DamageTellsHowMuchIsWhole) {
-  const std::string first = makeChunk({{}, {}, {}});
-  const std::string second = makeChunk({{}});
+  const std::string first = makeChunk({"", "", ""});
+  const std::string second = makeChunk({""});
   std::string third = smallLog();
   third[7] = '\x7f';  // the root's offset, now beyond the chunk
   write("run.log", first + second + third);
@@ -65,7 +66,7 @@ TEST_F(BadLogTest, DamageTellsHowMuchIsWhole) {
 }
 
 TEST_F(BadLogTest, ACutChunkIsDamage) {
-  const std::string first = makeChunk({{}});
+  const std::string first = makeChunk({""});
   write("run.log", first + smallLog().substr(0, 60));
   const std::string offset = std::to_string(first.size());
   expectRefused("run.log", "run.log: damaged after chunk 1 at byte offset " + offset +
@@ -75,9 +76,9 @@ TEST_F(BadLogTest, ACutChunkIsDamage) {
 }
 
 TEST_F(BadLogTest, TheWholePartThatTheHintKeepsIsReadable) {
-  write("run.log", makeChunk({{}}) + "damage, 20 bytes.");
+  write("run.log", makeChunk({""}) + "damage, 20 bytes.");
   EXPECT_EQ(run({"run.log"}).exitStatus, 1);
-  write("whole.log", read("run.log").substr(0, makeChunk({{}}).size()));
+  write("whole.log", read("run.log").substr(0, makeChunk({""}).size()));
   EXPECT_THAT(run({"whole.log", "-o", "-"}), SucceedsQuietly());
 }
 

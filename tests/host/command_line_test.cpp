@@ -6,7 +6,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 class CommandLineTest : public HostTest {
  protected:

@@ -1,33 +1,23 @@
 #include "host/host_fixture.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
+#include <algorithm>
+
+#include "support/json_log.h"
+#include "support/text_file.h"
 
 namespace vyn::test {
 
 namespace fs = std::filesystem;
 
-HostTest::HostTest() {
-  std::string path = fs::temp_directory_path() / "host_test.XXXXXX";
-  m_directory = fs::canonical(mkdtemp(path.data()));
+HostTest::HostTest() : m_directory(fs::canonical(m_folder.path("."))) {
   fs::create_directory(scratch());
 }
 
-HostTest::~HostTest() {
-  std::error_code ignored;
-  fs::remove_all(m_directory, ignored);
-}
-
 void HostTest::write(const std::string& name, const std::string& content) const {
-  std::ofstream(m_directory / name, std::ios::binary) << content;
+  writeFile(m_directory / name, content);
 }
 
-std::string HostTest::read(const std::string& name) const {
-  std::ifstream file(m_directory / name, std::ios::binary);
-  EXPECT_TRUE(file.is_open()) << name;
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+std::string HostTest::read(const std::string& name) const { return readFile(m_directory / name); }
 
 std::vector<std::string> HostTest::names() const {
   std::vector<std::string> names;
@@ -58,15 +48,43 @@ ProgramResult HostTest::runInShell(const std::string& script,
   return runProgram(shell);
 }
 
+namespace {
+
+constexpr char kRun[] =
+    R"(profilingEvents: [{identifier: "run", type: EXECUTE, unit: MICROSEC,
+                          valueType: UINT64, uint64Value: 3}])";
+
+std::string messagesText(const std::vector<std::string>& fields, const std::string& method) {
+  std::string text = "messages: [";
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const std::string number = std::to_string(i + 1);
+    text += (i == 0 ? "{header: {timestamp: " : ", {header: {timestamp: ") + number +
+            "0, sequenceNumber: " + number + "}, method: " + method +
+            R"(, appMetrics: {startTime: 100, stopTime: 107}, graphName: "net")" +
+            (fields[i].empty() ? "" : ", ") + fields[i] + "}";
+  }
+  return text + "]";
+}
+
+}  // namespace
+
+std::string makeChunk(const std::vector<std::string>& fields, const std::string& method) {
+  return logOf({"{" + messagesText(fields, method) + "}"});
+}
+
+std::string doubleEvent(const std::string& value) {
+  return R"(profilingEvents: [{identifier: "run", valueType: DOUBLE, doubleValue: )" + value + "}]";
+}
+
 std::string smallLog() {
-  return makeChunk({{.events = {{.identifier = "run", .value = 3}}}},
-                   LogHeader{.netRunVersion = "net-run 7"});
+  return logOf({R"({header: {timeScale: 1, netRunVersion: "net-run 7",
+                    version: {major: 1, minor: 2, teeny: 3}}, )" +
+                messagesText({kRun}, "BACKEND_EXECUTE") + "}"});
 }
 
 std::string logWithDocumentOver(std::size_t size) {
   constexpr std::size_t kMinMessageText = 100;  // bytes
-  return makeChunk(std::vector<LogMessage>(size / kMinMessageText + 1,
-                                           {.events = {{.identifier = "run", .value = 3}}}));
+  return makeChunk(std::vector<std::string>(size / kMinMessageText + 1, kRun));
 }
 
 std::string ownLine(const std::string& text) { return "vyn-profile-viewer: " + text + "\n"; }

@@ -4,12 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <initializer_list>
 #include <string>
 #include <vector>
 
-#include "support/log_builder.h"
 #include "support/run_program.h"
+#include "support/temp_folder.h"
 
 namespace vyn::test {
 
@@ -17,7 +16,6 @@ namespace vyn::test {
 class HostTest : public testing::Test {
  protected:
   HostTest();
-  ~HostTest() override;
 
   const std::filesystem::path& directory() const { return m_directory; }
   std::filesystem::path scratch() const { return m_directory / "scratch"; }
@@ -34,8 +32,18 @@ class HostTest : public testing::Test {
   ProgramResult runInShell(const std::string& script, std::vector<std::string> arguments) const;
 
  private:
-  std::filesystem::path m_directory;
+  TempFolder m_folder;
+  std::filesystem::path m_directory;  // without symbolic links
 };
+
+/// A chunk with its length in front, without a header, of one message for each text of `fields`:
+/// the JSON form of what the message has besides its numbering (the n-th has time stamp 10 n) and
+/// its run from 100 to 107 microseconds in the graph "net".
+std::string makeChunk(const std::vector<std::string>& fields,
+                      const std::string& method = "BACKEND_EXECUTE");
+
+/// The fields of a message whose only event is named "run" and has this double value.
+std::string doubleEvent(const std::string& value);
 
 /// A log of one chunk with a header and one execution, whose only event took three microseconds.
 std::string smallLog();

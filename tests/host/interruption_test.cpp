@@ -11,6 +11,7 @@ namespace vyn::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::StartsWith;
 
 // The log is a pipe, so that the program stays in the midst of reading.
 class InterruptionTest : public HostTest {
@@ -25,7 +26,7 @@ class InterruptionTest : public HostTest {
     for (int i = 0; i < 2000 && names().size() < 3; ++i) {
       std::this_thread::sleep_for(kStep);
     }
-    EXPECT_THAT(names(), ElementsAre(testing::StartsWith(".out.json."), "out.json", "pipe"));
+    EXPECT_THAT(names(), ElementsAre(StartsWith(".out.json."), "out.json", "pipe"));
   }
 };
 

@@ -1,15 +1,12 @@
-#include <cmath>
-#include <limits>
-
 #include "core/version/profile_viewer_version.h"
 #include "host/host_fixture.h"
+#include "support/json_log.h"
 
 namespace vyn::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::EndsWith;
-using testing::StartsWith;
+using testing::HasSubstr;
 
 using JsonOutputTest = HostTest;
 
@@ -82,9 +79,9 @@ TEST_F(JsonOutputTest, AnEmptyLogGivesADocumentWithoutMessages) {
 }
 
 TEST_F(JsonOutputTest, TakesMessagesOfEveryLevel) {
-  write("run.log", makeChunk({{.level = 127}, {.level = -128}}));
+  write("run.log", makeChunk({"visibilityLevel: 127", "visibilityLevel: -128"}));
   EXPECT_THAT(run({"run.log", "-l", "-5", "-o", "out.json"}), SucceedsQuietly());
-  EXPECT_THAT(read("out.json"), testing::HasSubstr("\"sequenceNumber\": 2"));
+  EXPECT_THAT(read("out.json"), HasSubstr("\"sequenceNumber\": 2"));
 }
 
 constexpr char kNotANumber[] =
@@ -92,8 +89,8 @@ constexpr char kNotANumber[] =
     "cannot hold; read the log with --reader summary";
 
 TEST_F(JsonOutputTest, AValueThatIsNotANumberFailsAndKeepsTheOldFile) {
-  for (const double value : {std::nan(""), std::numeric_limits<double>::infinity()}) {
-    write("run.log", makeChunk({{.events = {{.identifier = "run", .doubleValue = value}}}}));
+  for (const char* value : {"nan", "inf", "-inf"}) {
+    write("run.log", makeChunk({doubleEvent(value)}));
     write("out.json", "old");
     EXPECT_THAT(run({"run.log", "-o", "out.json"}),
                 FailsWith(std::string("out.json") + kNotANumber));
@@ -103,13 +100,13 @@ TEST_F(JsonOutputTest, AValueThatIsNotANumberFailsAndKeepsTheOldFile) {
 }
 
 TEST_F(JsonOutputTest, ATimeScaleThatIsNotANumberFails) {
-  write("run.log", makeChunk({}, LogHeader{.netRunVersion = "", .timeScale = std::nanf("")}));
+  write("run.log", logOf({"{header: {timeScale: nan}}"}));
   EXPECT_THAT(run({"run.log"}), FailsWith(std::string("run.log.json") + kNotANumber));
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 
 TEST_F(JsonOutputTest, HalfADocumentNeverReachesStandardOutput) {
-  write("run.log", makeChunk({{.events = {{.identifier = "run", .doubleValue = std::nan("")}}}}));
+  write("run.log", makeChunk({doubleEvent("nan")}));
   const ProgramResult result = run({"run.log", "-o", "-"});
   EXPECT_THAT(result, FailsWith(std::string("standard output") + kNotANumber));
   EXPECT_EQ(result.output, "");

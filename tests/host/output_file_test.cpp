@@ -101,7 +101,7 @@ class PermissionTest : public OutputFileTest {
     const fs::path bin = directory() / "bin";
     fs::create_directory(bin);
     fs::copy(VYN_PROFILE_VIEWER, bin);
-    fs::copy(VYN_JSON_READER, bin);
+    fs::copy(VYN_JSON_PLUGIN, bin);
     ProgramCall restricted = call(std::move(arguments));
     restricted.words.front() = bin / "vyn-profile-viewer";
     if (geteuid() == 0) {

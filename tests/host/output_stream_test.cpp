@@ -9,7 +9,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 
 class OutputStreamTest : public HostTest {

@@ -5,7 +5,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 class ReaderLibraryTest : public HostTest {
@@ -14,7 +13,7 @@ class ReaderLibraryTest : public HostTest {
 };
 
 TEST_F(ReaderLibraryTest, APathIsTakenAsItStands) {
-  EXPECT_THAT(run({"run.log", "-r", VYN_JSON_READER, "-o", "a.json"}), SucceedsQuietly());
+  EXPECT_THAT(run({"run.log", "-r", VYN_JSON_PLUGIN, "-o", "a.json"}), SucceedsQuietly());
   EXPECT_THAT(run({"run.log", "-r", "json", "-o", "b.json"}), SucceedsQuietly());
   EXPECT_EQ(read("a.json"), read("b.json"));
 }
@@ -41,7 +40,7 @@ TEST_F(ReaderLibraryTest, IsFoundInTheInstallDirectory) {
   fs::create_directories(directory() / "bin");
   fs::create_directories(directory() / "lib/vyn-profile-viewer");
   fs::copy(VYN_PROFILE_VIEWER, directory() / "bin");
-  fs::copy(VYN_JSON_READER, directory() / "lib/vyn-profile-viewer");
+  fs::copy(VYN_JSON_PLUGIN, directory() / "lib/vyn-profile-viewer");
   ProgramCall installed = call({"run.log", "-o", "out.json"});
   installed.words.front() = directory() / "bin/vyn-profile-viewer";
   EXPECT_THAT(runProgram(installed), SucceedsQuietly());

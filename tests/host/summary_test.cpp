@@ -4,8 +4,6 @@
 namespace vyn::test {
 namespace {
 
-using profiling::schema::EventUnit;
-using profiling::schema::MethodType;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -45,8 +43,9 @@ TEST_F(SummaryTest, TheListingMayFollowTheSummaryOnStandardOutput) {
 }
 
 TEST_F(SummaryTest, MessagesBelowTheLevelAreTaken) {
-  write("run.log", makeChunk({{.level = -6, .events = {{.identifier = "shown", .value = 1}}},
-                              {.level = -5, .events = {{.identifier = "hidden", .value = 1}}}}));
+  write("run.log",
+        makeChunk({R"(visibilityLevel: -6, profilingEvents: [{identifier: "shown"}])",
+                   R"(visibilityLevel: -5, profilingEvents: [{identifier: "hidden"}])"}));
   const ProgramResult result = run({"run.log", "-r", "summary", "-l", "-5"});
   EXPECT_THAT(result.output, HasSubstr("shown"));
   EXPECT_THAT(result.output, Not(HasSubstr("hidden")));
@@ -54,11 +53,10 @@ TEST_F(SummaryTest, MessagesBelowTheLevelAreTaken) {
 }
 
 TEST_F(SummaryTest, PayloadsAreWrittenOnlyWhenAskedFor) {
-  write("run.log", makeChunk({{.method = MethodType::BACKEND_FINALIZE,
-                               .events = {{.identifier = "blob",
-                                           .unit = EventUnit::OBJECT,
-                                           .payload = "bytes",
-                                           .payloadFile = "blob.bin"}}}}));
+  write("run.log",
+        makeChunk({R"(profilingEvents: [{identifier: "blob", unit: OBJECT, valueType: RAW_DATA,
+                                    rawData: [98, 121, 116, 101, 115], secondaryName: "blob.bin"}])"},
+                  "BACKEND_FINALIZE"));
   EXPECT_THAT(run({"run.log", "-r", "summary"}), SucceedsQuietly());
   EXPECT_THAT(names(), ElementsAre("run.log"));
   EXPECT_THAT(run({"run.log", "-r", "summary", "--payloads"}), SucceedsQuietly());
@@ -98,6 +96,16 @@ TEST_F(HeaderTest, IsPrintedAlone) {
                 "\n"
                 "vyn-net-run        net-run 7\n");
   EXPECT_THAT(names(), ElementsAre("run.log"));
+}
+
+TEST_F(HeaderTest, WhatTheReaderPrintsWhileReadingGoesToStandardError) {
+  // An asynchronous execution without a queue wait makes the reader print a notice.
+  write("run.log", smallLog() + makeChunk({""}, "BACKEND_EXECUTE_ASYNC"));
+  const ProgramResult result = run({"run.log", "-r", "summary", "--header"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.output, StartsWith("Input Log File Location: run.log\n"));
+  EXPECT_THAT(result.output, Not(HasSubstr("queue-wait")));
+  EXPECT_THAT(result.errors, HasSubstr("queue-wait"));
 }
 
 TEST_F(HeaderTest, TheJsonReaderHasNone) {

@@ -1,0 +1,143 @@
+#!/usr/bin/env python3
+"""Measures whole runs of the viewer against its baselines; see docs/performance.md.
+
+Usage: bench.py --binaries DIR --source DIR --folder DIR --results DIR [--check]
+
+Prints one table and writes it as Markdown, with the charts, into the results folder.
+With --check, fails where a demand is missed by more than a tenth.
+"""
+
+import argparse
+import json
+import os
+import subprocess
+import sys
+
+from charts import draw_growth, draw_stages
+from measure import MEGABYTE, Ratio, median, run_in_turn
+from workloads import Workloads
+
+ROUNDS = 7
+TOLERANCE = 1.10
+
+
+class Results:
+    """The table's rows: what was measured, and where there is one, the most that it may be."""
+
+    def __init__(self):
+        self.rows = []
+
+    def add(self, name, ratio, demand=None):
+        self.rows.append((name, ratio, demand))
+
+    def missed(self):
+        return [name for name, ratio, demand in self.rows
+                if demand is not None and ratio.middle > demand * TOLERANCE]
+
+    def markdown(self):
+        lines = ["| measure | min | median | max | demand |", "|---|---|---|---|---|"]
+        for name, ratio, demand in self.rows:
+            limit = f"≤ {demand:g}" if demand is not None else ""
+            lines.append(f"| {name} | {ratio.low:.2f} | {ratio.middle:.2f} | {ratio.high:.2f} "
+                         f"| {limit} |")
+        return "\n".join(lines) + "\n"
+
+
+def compare_with_baselines(workloads, results):
+    log = workloads.log("many_chunks.log", "100MB", "4MB")
+    one_chunk = workloads.log("one_chunk.log", "100MB", "1GB")
+    viewer, plain = workloads.viewer(log), workloads.plain(log)
+    viewer.run(counted=False)
+    text_size = os.path.getsize(viewer.output)
+    floor = workloads.floor(log, text_size)
+    run_in_turn([viewer, plain, floor], ROUNDS)
+    results.add("wall time / plain", Ratio.of(viewer.wall, plain.wall), 0.30)
+    results.add("user CPU / plain", Ratio.of(viewer.user, plain.user), 0.55)
+    results.add("wall time / floor", Ratio.of(viewer.wall, floor.wall), 4.5)
+    results.add("peak memory / plain", Ratio.of(viewer.peak, plain.peak))
+
+    log_size = os.path.getsize(log)
+    allowed = 2.6 * log_size + 4 * MEGABYTE + 20 * MEGABYTE
+    results.add("peak memory / (2.6 × log + chunk + 20 MB)",
+                Ratio.of(viewer.peak, [allowed] * ROUNDS), 1.0)
+    results.add("peak memory, bytes per log byte", Ratio.of(viewer.peak, [log_size] * ROUNDS))
+
+    single, flatc = workloads.viewer(one_chunk), workloads.flatc(one_chunk)
+    run_in_turn([single, flatc], ROUNDS)
+    results.add("wall time / flatc, one chunk", Ratio.of(single.wall, flatc.wall), 0.40)
+
+
+def check_growth(workloads, results):
+    """Time per byte against that of the 100 MB log; within 15 % either way."""
+    viewers = {}
+    for name, size, chunk_size in [("10MB", "10MB", "4MB"), ("100MB", "100MB", "4MB"),
+                                   ("1000MB", "1000MB", "4MB"), ("30,000 chunks", "100MB", "3330"),
+                                   ("one chunk", "100MB", "1GB")]:
+        log = workloads.log(f"growth_{name.replace(',', '').replace(' ', '_')}.log", size,
+                            chunk_size)
+        viewers[name] = (workloads.viewer(log), os.path.getsize(log))
+    run_in_turn([viewer for viewer, _ in viewers.values()], rounds=3)
+    base, base_size = viewers["100MB"]
+    base_times = [time / base_size for time in base.wall]
+    for name, (viewer, size) in viewers.items():
+        if name != "100MB":
+            times = [time / size for time in viewer.wall]
+            results.add(f"time per byte, {name} / 100MB", Ratio.of(times, base_times), 1.15)
+    return [{"name": name, "bytes": size, "wall": median(viewer.wall), "peak": median(viewer.peak)}
+            for name, (viewer, size) in viewers.items()]
+
+
+def measure_summary(workloads, results):
+    log = workloads.log("many_chunks.log", "100MB", "4MB")
+    summary, viewer = workloads.viewer(log, "summary"), workloads.viewer(log)
+    run_in_turn([summary, viewer], rounds=3)
+    results.add("wall time, summary and CSV / JSON", Ratio.of(summary.wall, viewer.wall))
+    size = os.path.getsize(log)
+    results.add("peak memory of the summary, bytes per log byte",
+                Ratio.of(summary.peak, [size] * len(summary.peak)))
+
+
+def measure_stages(workloads):
+    """Seconds of each stage of one conversion, by the benchmark that runs them one by one."""
+    log = workloads.log("many_chunks.log", "100MB", "4MB")
+    report = subprocess.run(
+        [workloads.tool("stages_bench"), "--benchmark_format=json"],
+        env={**os.environ, "VYN_BENCH_LOG": log}, check=True, capture_output=True, text=True,
+    ).stdout
+    return [(stage["name"], stage["real_time"] / 1000) for stage in json.loads(report)["benchmarks"]]
+
+
+def stage_table(stages):
+    lines = ["| stage | ms |", "|---|---|"]
+    return "\n".join(lines + [f"| {name} | {time * 1000:.0f} |" for name, time in stages]) + "\n"
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    for name in ("binaries", "source", "folder", "results"):
+        parser.add_argument(f"--{name}", required=True)
+    parser.add_argument("--check", action="store_true")
+    options = parser.parse_args()
+    os.makedirs(options.folder, exist_ok=True)
+    os.makedirs(options.results, exist_ok=True)
+
+    workloads = Workloads(options.binaries, options.source, options.folder)
+    results = Results()
+    compare_with_baselines(workloads, results)
+    growth = check_growth(workloads, results)
+    measure_summary(workloads, results)
+
+    stages = measure_stages(workloads)
+
+    table = results.markdown() + "\n" + stage_table(stages)
+    print(table)
+    with open(os.path.join(options.results, "figures.md"), "w", encoding="utf-8") as file:
+        file.write(table)
+    draw_growth(growth, options.results)
+    draw_stages(stages, options.results)
+    if options.check and results.missed():
+        sys.exit("missed by more than a tenth: " + "; ".join(results.missed()))
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,60 @@
+// Input: one chunk. A chunk that verifies becomes text; the text, parsed back strictly, says what the
+// chunk says.
+
+#include <rapidjson/document.h>
+
+#include <algorithm>
+#include <sstream>
+#include <vector>
+
+#include "check.h"
+#include "document_check.h"
+#include "input/chunk_verifier.h"
+#include "json/document_writer.h"
+#include "json/json_document.h"
+#include "json/message_to_json.h"
+
+namespace {
+
+using vyn::fuzz::check;
+using vyn::profiling::g_jsonDocument;
+
+// What events that share their sub-events may unfold to; the verifier keeps it below a bound, but one
+// that is too slow to search through.
+constexpr std::size_t kMaxText = 64 * 1024 * 1024;  // bytes
+
+void checkMessageText(const vyn::profiling::schema::Message& message) {
+  vyn::profiling::TextStore texts;
+  vyn::profiling::ValueBuilder builder(texts);
+  const rapidjson::Value value = builder.build(
+      [&](vyn::profiling::ValueBuilder& out) { vyn::profiling::messageToJson(message, out); });
+  std::ostringstream text;
+  vyn::profiling::BlockOutputStream blocks(text);
+  vyn::profiling::DocumentWriter writer(blocks);
+  const bool whole = value.Accept(writer);
+  blocks.writeBlock();
+  check(whole == !vyn::fuzz::hasUnwritableNumber(message), "stops at numbers alone");
+  if (!whole || text.str().size() > kMaxText) {
+    return;
+  }
+  rapidjson::Document parsed;
+  parsed.Parse<rapidjson::kParseFullPrecisionFlag>(text.str().c_str(), text.str().size());
+  check(!parsed.HasParseError(), "the text is JSON");
+  vyn::fuzz::checkMessage(parsed, message);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::vector<std::uint8_t> chunk(data, data + size);  // of exactly the chunk's size
+  if (!vyn::profiling::isSoundChunk(chunk.data(), chunk.size())) {
+    return 0;
+  }
+  if (const auto* messages = vyn::profiling::schema::GetProfileLog(chunk.data())->messages()) {
+    for (const auto* message : *messages) {
+      checkMessageText(*message);
+    }
+  }
+  g_jsonDocument.GetAllocator().Clear();
+  return 0;
+}

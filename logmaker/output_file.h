@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace vyn::logmaker {
+
+/// Says in one line which file could not be written and what to do.
+class OutputError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A file that appears under its name only when it is complete: it is written beside it first.
+/// "-" is standard output; devices and pipes are written directly. Every failure throws an
+/// OutputError.
+class OutputFile {
+ public:
+  explicit OutputFile(const std::string& name);
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  void write(const void* data, std::size_t size);
+
+  /// All bytes have left the program; nothing may be written any more.
+  void close();
+
+  /// Gives the closed file its name.
+  void publish();
+
+ private:
+  [[noreturn]] void fail(int errorNumber, const std::string& advice) const;
+  [[noreturn]] void failToWrite() const;
+
+  std::string m_name;
+  std::filesystem::path m_target;
+  std::filesystem::path m_partial;  ///< empty when the target is written directly
+  std::FILE* m_file = nullptr;
+};
+
+}  // namespace vyn::logmaker

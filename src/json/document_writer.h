@@ -1,0 +1,48 @@
+#pragma once
+
+#include <rapidjson/prettywriter.h>
+
+#include "json/block_output_stream.h"
+
+namespace vyn::profiling {
+
+/// RapidJSON's pretty writer, with a short cut for texts that need no escaping: they are copied in
+/// one piece instead of byte by byte. The text that comes out is the same.
+class DocumentWriter : public rapidjson::PrettyWriter<BlockOutputStream> {
+ public:
+  explicit DocumentWriter(BlockOutputStream& stream) : PrettyWriter(stream) {}
+
+  bool String(const char* text, rapidjson::SizeType length, bool copy) {
+    if (needsEscaping(text, length)) {
+      return PrettyWriter::String(text, length, copy);
+    }
+    putQuoted(text, length);
+    return true;
+  }
+
+  // Keys are literals of the readers, none of which needs escaping.
+  bool Key(const char* text, rapidjson::SizeType length, bool /*copy*/) {
+    putQuoted(text, length);
+    return true;
+  }
+
+ private:
+  void putQuoted(const char* text, rapidjson::SizeType length) {
+    PrettyPrefix(rapidjson::kStringType);
+    os_->Put('"');
+    os_->put(text, length);
+    os_->Put('"');
+  }
+
+  static bool needsEscaping(const char* text, rapidjson::SizeType length) {
+    bool found = false;
+    // Without a way out, so that the compiler can look at many bytes at once.
+    for (rapidjson::SizeType i = 0; i < length; ++i) {
+      const auto byte = static_cast<unsigned char>(text[i]);
+      found |= byte < 0x20 || byte == '"' || byte == '\\';
+    }
+    return found;
+  }
+};
+
+}  // namespace vyn::profiling

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <flatbuffers/flatbuffers.h>
+#include <rapidjson/document.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "json/json_document.h"
+#include "json/text_store.h"
+
+namespace vyn::profiling {
+
+/// Builds one JSON value in the pool of g_jsonDocument from its parts, sent in document order.
+/// Objects and arrays get their exact size when they end, where values that grow member by member
+/// leave their outgrown storage behind in the pool.
+class ValueBuilder {
+ public:
+  explicit ValueBuilder(TextStore& texts)
+      : m_texts(texts), m_document(&g_jsonDocument.GetAllocator()) {}
+
+  /// Runs `send(*this)`, which sends exactly one value, and returns that value.
+  template <typename Send>
+  rapidjson::Value build(const Send& send) {
+    auto generator = [&](rapidjson::Document&) {
+      send(*this);
+      return true;
+    };
+    m_document.Populate(generator);
+    return rapidjson::Value(static_cast<rapidjson::Value&&>(m_document));
+  }
+
+  void startObject() { m_document.StartObject(); }
+  void endObject(rapidjson::SizeType memberCount) { m_document.EndObject(memberCount); }
+  void startArray() { m_document.StartArray(); }
+  void endArray(rapidjson::SizeType elementCount) { m_document.EndArray(elementCount); }
+
+  /// The name of the member whose value comes next; a literal, which is not copied.
+  template <std::size_t size>
+  void key(const char (&name)[size]) {
+    m_document.Key(name, static_cast<rapidjson::SizeType>(size - 1), false);
+  }
+
+  void number(std::uint32_t value) { m_document.Uint(value); }
+  void number(std::uint64_t value) { m_document.Uint64(value); }
+  void number(std::int64_t value) { m_document.Int64(value); }
+  void number(double value) { m_document.Double(value); }
+
+  /// A text that outlives the document.
+  void constantText(std::string_view text) { sendText(text, false); }
+
+  /// A copy of a text.
+  void copiedText(std::string_view text) { sendText(text, true); }
+
+  /// A text of the log up to its first zero byte; an absent one reads as the empty text.
+  void logText(const flatbuffers::String* text) {
+    if (text == nullptr) {
+      constantText("");
+    } else if (text->size() <= kInlineTextLength) {
+      copiedText(text->c_str());
+    } else {
+      constantText(m_texts.store(*text));
+    }
+  }
+
+ private:
+  // Texts of up to this many bytes live inside their value; storing them elsewhere gains nothing.
+  static constexpr std::size_t kInlineTextLength = 13;
+
+  void sendText(std::string_view text, bool copy) {
+    m_document.String(text.data(), static_cast<rapidjson::SizeType>(text.size()), copy);
+  }
+
+  TextStore& m_texts;
+  rapidjson::Document m_document;
+};
+
+}  // namespace vyn::profiling

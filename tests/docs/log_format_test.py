@@ -1,0 +1,46 @@
+"""The annotated chunk in docs/log-format.md is what flatc makes of the text beside it."""
+
+import os
+import re
+import struct
+import subprocess
+import tempfile
+import unittest
+
+from marked_blocks import blocks
+
+SOURCE = os.environ["VYN_SOURCE_DIR"]
+DOCUMENT = f"{SOURCE}/docs/log-format.md"
+DUMP_LINE = re.compile(r"^(?:\+0x([0-9A-F]{2})|     )  ((?:[0-9A-F]{2} )+) ", re.MULTILINE)
+
+
+def chunk_from_flatc(text):
+    with tempfile.TemporaryDirectory() as folder:
+        with open(f"{folder}/chunk.json", "w", encoding="utf-8") as file:
+            file.write(text)
+        subprocess.run([os.environ["VYN_FLATC"], "--binary", "--no-warnings", "-o", folder,
+                        f"{SOURCE}/schema/profile_log.fbs", f"{folder}/chunk.json"], check=True)
+        with open(f"{folder}/chunk.bin", "rb") as file:
+            buffer = file.read()
+    return struct.pack("<I", len(buffer)) + buffer
+
+
+class LogFormatTest(unittest.TestCase):
+    def setUp(self):
+        (self.dump,) = [text for text in blocks(DOCUMENT, "") if "+0x00" in text]
+
+    def test_dump_is_the_chunk_that_flatc_makes(self):
+        (text,) = blocks(DOCUMENT, "json")
+        shown = bytes.fromhex("".join(match[2] for match in DUMP_LINE.finditer(self.dump)))
+        self.assertEqual(shown, chunk_from_flatc(text))
+
+    def test_offsets_count_the_bytes_before_them(self):
+        position = -4  # the length stands before the buffer
+        for match in DUMP_LINE.finditer(self.dump):
+            if match[1] is not None:
+                self.assertEqual(int(match[1], 16), position, match[0])
+            position += len(bytes.fromhex(match[2]))
+
+
+if __name__ == "__main__":
+    unittest.main()

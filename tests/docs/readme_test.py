@@ -1,0 +1,47 @@
+"""The README tells the truth: its host works, its outputs are real, its links lead somewhere."""
+
+import os
+import re
+import subprocess
+import tempfile
+import unittest
+
+SOURCE = os.environ["VYN_SOURCE_DIR"]
+BUILD = os.environ["VYN_BUILD_DIR"]
+
+
+class ReadmeTest(unittest.TestCase):
+    def test_host_writes_what_the_viewer_writes(self):
+        with tempfile.TemporaryDirectory() as folder:
+            def run(*command):
+                subprocess.run(command, cwd=folder, check=True, stdout=subprocess.DEVNULL)
+            run(f"{BUILD}/bin/vyn-make-log", "-o", "run.log", "--executions", "2")
+            run(os.environ["VYN_README_HOST"], os.environ["VYN_READER"], "run.log", "host.json")
+            run(f"{BUILD}/bin/vyn-profile-viewer", "run.log", "-o", "viewer.json")
+            with open(f"{folder}/host.json", "rb") as host, \
+                 open(f"{folder}/viewer.json", "rb") as viewer:
+                self.assertEqual(host.read(), viewer.read())
+
+    def test_host_fails_without_a_log(self):
+        with tempfile.TemporaryDirectory() as folder:
+            status = subprocess.run([os.environ["VYN_README_HOST"], os.environ["VYN_READER"],
+                                     f"{folder}/none.log", f"{folder}/none.json"],
+                                    stdout=subprocess.DEVNULL, check=False).returncode
+        self.assertEqual(status, 1)
+
+    def test_outputs_are_what_the_programs_give(self):
+        subprocess.run([f"{SOURCE}/scripts/refresh-readme", "--check", "--build", BUILD],
+                       check=True)
+
+    def test_links_lead_to_files(self):
+        documents = ["README.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/log-format.md",
+                     "docs/json-output.md", "docs/architecture.md"]
+        for document in documents:
+            with open(f"{SOURCE}/{document}", encoding="utf-8") as file:
+                for link in re.findall(r"\]\(([^)#]+)", file.read()):
+                    folder = os.path.dirname(f"{SOURCE}/{document}")
+                    self.assertTrue(os.path.exists(f"{folder}/{link}"), f"{document}: {link}")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,123 @@
+// What the JSON reader says and leaves behind when something goes wrong.
+
+#include <cstddef>
+
+#include "plugin/json_fixture.h"
+
+namespace vyn::test {
+namespace {
+
+class JsonFailure : public JsonPlugin {
+ protected:
+  void expectReadFailure(const std::string& bytes) {
+    const auto reader = m_plugin.reader(m_folder.add("bad.log", bytes));
+    const std::string printed = printedBy([&] { EXPECT_FALSE(reader->readInputFile(false)); });
+    EXPECT_EQ(printed, "<ms> [ ERROR ] Corrupted flatbuffer binary stream\n");
+  }
+};
+
+const std::string kGoodChunk = "{messages:[{header:{sequenceNumber:1},appMetrics:{}}]}";
+
+TEST_F(JsonFailure, MissingLog) {
+  const std::string path = m_folder.path("missing.log");
+  const auto reader = m_plugin.reader(path);
+  const std::string printed = printedBy([&] { EXPECT_FALSE(reader->readInputFile(false)); });
+  EXPECT_EQ(printed, "<ms> [ ERROR ] Invalid or nonexistent file: " + path + "\n");
+}
+
+TEST_F(JsonFailure, FolderAsLog) {
+  const auto reader = m_plugin.reader(m_folder.path(""));
+  printedBy([&] { EXPECT_FALSE(reader->readInputFile(false)); });
+}
+
+TEST_F(JsonFailure, ChunkOfLengthZero) { expectReadFailure(framed("")); }
+
+TEST_F(JsonFailure, ChunkOfElevenBytes) { expectReadFailure(framed(std::string(11, '\0'))); }
+
+TEST_F(JsonFailure, ChunkThatIsNoBuffer) { expectReadFailure(framed(std::string(64, '\x7f'))); }
+
+TEST_F(JsonFailure, LengthOfFourGigabytesOnAShortFile) {
+  expectReadFailure("\xff\xff\xff\xff" + chunkBytes(kGoodChunk));
+}
+
+TEST_F(JsonFailure, LengthOfTwoGigabytesOnAShortFile) {
+  expectReadFailure("\xff\xff\xff\x7f" + chunkBytes(kGoodChunk));
+}
+
+TEST_F(JsonFailure, CutSecondChunkGivesTheSameAnswerEveryTime) {
+  const std::string whole = logOf({kGoodChunk, kGoodChunk});
+  const std::size_t chunkSize = whole.size() / 2;
+  // The second length is whole; its chunk is cut to nothing, to half and to all but one byte.
+  for (const std::size_t kept : {std::size_t{4}, chunkSize / 2, chunkSize - 1}) {
+    for (int attempt = 0; attempt < 10; ++attempt) {
+      expectReadFailure(whole.substr(0, chunkSize + kept));
+    }
+  }
+}
+
+TEST_F(JsonFailure, PartialLengthAtTheEndIsTheEnd) {
+  for (int rest = 1; rest <= 3; ++rest) {
+    const auto reader = readLog(logOf({kGoodChunk}) + std::string(rest, '\x01'));
+  }
+}
+
+// The chunk's only message, with the vtable entry of one of its fields cleared.
+std::string withoutField(const std::string& json, std::size_t field) {
+  std::string chunk = chunkBytes(json);
+  const auto at = [&](std::size_t offset) {
+    return static_cast<unsigned char>(chunk[offset]) | static_cast<unsigned char>(chunk[offset + 1])
+                                                           << 8;
+  };
+  // The message's vtable is the one that reaches further than its third field: 4 + 2 * 3 bytes.
+  for (std::size_t vtable = 4; vtable + 10 <= chunk.size(); vtable += 2) {
+    if (at(vtable) == 10 && at(vtable + 4) != 0 && at(vtable + 8) != 0) {
+      chunk[vtable + 4 + 2 * field] = '\0';
+    }
+  }
+  return chunk;
+}
+
+TEST_F(JsonFailure, MessageWithoutHeaderMakesItsChunkCorrupt) {
+  expectReadFailure(framed(withoutField(kGoodChunk, 0)));
+}
+
+TEST_F(JsonFailure, MessageWithoutMetricsMakesItsChunkCorrupt) {
+  expectReadFailure(framed(withoutField(kGoodChunk, 2)));
+}
+
+TEST_F(JsonFailure, EmptyOutputName) {
+  const auto reader = readLog(logOf({kGoodChunk}));
+  const std::string printed = printedBy([&] { EXPECT_FALSE(reader->generateOutput("")); });
+  EXPECT_EQ(printed, "<ms> [ ERROR ] Output JSON file not provided.\n");
+}
+
+TEST_F(JsonFailure, OutputInAMissingFolder) {
+  const auto reader = readLog(logOf({kGoodChunk}));
+  const std::string path = m_folder.path("missing/out.json");
+  const std::string printed = printedBy([&] { EXPECT_FALSE(reader->generateOutput(path)); });
+  EXPECT_EQ(printed, "<ms> [ ERROR ] Invalid output JSON file: [" + path + "]\n");
+}
+
+TEST_F(JsonFailure, NumberThatIsNotOneStopsTheText) {
+  for (const char* value : {"nan", "inf", "-inf"}) {
+    const LoadedPlugin::Reader reader = readLog(logOfEvent(
+        "identifier:\"x\",valueType:5,doubleValue:" + std::string(value) + ",subEvents:[]"));
+    const std::string document = output(*reader);
+    EXPECT_EQ(document.substr(document.size() - 10), "\"value\": \n") << value;
+  }
+}
+
+TEST_F(JsonFailure, TimeScaleThatIsNotANumberStopsTheText) {
+  const std::string document = documentOf(logOf({"{header:{timeScale:nan}}"}));
+  EXPECT_EQ(document.substr(document.size() - 14), "\"timeScale\": \n");
+}
+
+TEST_F(JsonFailure, WriteErrorsAreNotNoticed) {
+  const auto reader = readLog(logOf({kGoodChunk}));
+  EXPECT_TRUE(reader->generateOutput("/dev/full"));
+}
+
+TEST_F(JsonFailure, NullReaderIsIgnored) { m_plugin.deleteReader()(nullptr); }
+
+}  // namespace
+}  // namespace vyn::test

@@ -1,0 +1,126 @@
+// Texts and numbers of every kind, as JSON.
+
+#include <rapidjson/document.h>
+
+#include <iomanip>
+#include <locale>
+#include <sstream>
+
+#include "plugin/json_fixture.h"
+
+namespace vyn::test {
+namespace {
+
+class JsonText : public JsonPlugin {
+ protected:
+  // Replaces every # of the identifier in the log's bytes, so that any byte can stand there.
+  static std::string logWithByte(const std::string& identifier, char byte) {
+    std::string log = logOfEvent("identifier:\"" + identifier + "\"");
+    for (char& character : log) {
+      character = character == '#' ? byte : character;
+    }
+    return log;
+  }
+
+  static std::string escaped(char byte) {
+    switch (byte) {
+      case '\b':
+        return "\\b";
+      case '\f':
+        return "\\f";
+      case '\n':
+        return "\\n";
+      case '\r':
+        return "\\r";
+      case '\t':
+        return "\\t";
+      default: {
+        std::ostringstream text;
+        text << "\\u00" << std::hex << std::uppercase << std::setw(2) << std::setfill('0')
+             << static_cast<int>(byte);
+        return text.str();
+      }
+    }
+  }
+};
+
+TEST_F(JsonText, EveryControlCharacterIsEscapedAtEveryAlignment) {
+  for (char byte = 1; byte < 0x20; ++byte) {
+    std::string identifiers;
+    for (std::size_t before = 0; before < 17; ++before) {
+      identifiers += std::string(before, 'x') + "#" + std::string(17 - before, 'y');
+    }
+    const auto reader = readLog(logWithByte(identifiers, byte));
+    const std::string document = output(*reader);
+    std::string expected;
+    for (std::size_t before = 0; before < 17; ++before) {
+      expected += std::string(before, 'x') + escaped(byte) + std::string(17 - before, 'y');
+    }
+    EXPECT_NE(document.find("\"" + expected + "\""), std::string::npos) << int{byte};
+    rapidjson::Document parsed;
+    EXPECT_FALSE(parsed.Parse(document.c_str()).HasParseError()) << int{byte};
+  }
+}
+
+TEST_F(JsonText, ShortTextsWithControlCharactersAreEscapedToo) {
+  for (char byte = 1; byte < 0x20; ++byte) {
+    const auto reader = readLog(logWithByte("a#", byte));
+    EXPECT_NE(output(*reader).find("\"a" + escaped(byte) + "\""), std::string::npos) << int{byte};
+  }
+}
+
+TEST_F(JsonText, QuotesAndBackslashesAreEscaped) {
+  EXPECT_NE(documentOf(logOfEvent(R"(identifier:"say \"hi\" \\ bye")"))
+                .find(R"("identifier": "say \"hi\" \\ bye",)"),
+            std::string::npos);
+}
+
+TEST_F(JsonText, SlashesAndTextsOfOtherScriptsAreWrittenAsTheyStand) {
+  EXPECT_NE(documentOf(logOfEvent("identifier:\"a/b \xC3\xA4 \xE6\xB7\xB1\""))
+                .find("\"identifier\": \"a/b \xC3\xA4 \xE6\xB7\xB1\","),
+            std::string::npos);
+}
+
+TEST_F(JsonText, BytesThatAreNotUtf8PassThrough) {
+  EXPECT_NE(documentOf(logWithByte("a#b", '\xFF'))
+                .find("\"identifier\": \"a\xFF"
+                      "b\","),
+            std::string::npos);
+}
+
+TEST_F(JsonText, EqualTextsOfManyEventsAreAllWritten) {
+  std::string events;
+  for (int i = 0; i < 50; ++i) {
+    events += "{identifier:\"a name of more than thirteen bytes\"},";
+  }
+  events.pop_back();
+  const std::string document = documentOf(
+      logOf({"{messages:[{header:{},appMetrics:{},profilingEvents:[" + events + "]}]}"}));
+  int count = 0;
+  for (std::size_t at = 0;
+       (at = document.find("a name of more than thirteen bytes", at)) != std::string::npos; ++at) {
+    ++count;
+  }
+  EXPECT_EQ(count, 50);
+}
+
+// Groups digits and marks decimals as some countries do.
+class Grouping : public std::numpunct<char> {
+ protected:
+  char do_thousands_sep() const override { return '.'; }
+  char do_decimal_point() const override { return ','; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+TEST_F(JsonText, NumbersArePlainInAGroupingLocale) {
+  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
+  const std::string document =
+      documentOf(logOfEvent("valueType:2,uint64Value:1234567,subEvents:[{valueType:5,"
+                            "doubleValue:1234.5}]"));
+  std::locale::global(previous);
+  EXPECT_NE(document.find("\"value\": 1234567,"), std::string::npos);
+  EXPECT_NE(document.find("\"value\": 1234.5\n"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace vyn::test

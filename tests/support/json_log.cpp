@@ -1,0 +1,39 @@
+#include "support/json_log.h"
+
+#include <flatbuffers/idl.h>
+
+#include <cstdint>
+#include <stdexcept>
+
+#include "support/text_file.h"
+
+namespace vyn::test {
+
+std::string chunkBytes(const std::string& json) {
+  flatbuffers::IDLOptions options;
+  options.no_warnings = true;
+  flatbuffers::Parser parser(options);
+  if (!parser.Parse(readFile(VYN_SCHEMA_FILE).c_str()) || !parser.Parse(json.c_str())) {
+    throw std::invalid_argument(parser.error_);
+  }
+  const auto* bytes = reinterpret_cast<const char*>(parser.builder_.GetBufferPointer());
+  return {bytes, parser.builder_.GetSize()};
+}
+
+std::string framed(const std::string& bytes) {
+  std::string chunk;
+  for (unsigned shift = 0; shift < 32; shift += 8) {
+    chunk.push_back(static_cast<char>(bytes.size() >> shift & 0xFF));
+  }
+  return chunk + bytes;
+}
+
+std::string logOf(std::initializer_list<std::string> chunks) {
+  std::string log;
+  for (const std::string& chunk : chunks) {
+    log += framed(chunkBytes(chunk));
+  }
+  return log;
+}
+
+}  // namespace vyn::test
