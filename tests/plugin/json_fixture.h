@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 
+#include "support/captured_output.h"
 #include "support/json_log.h"
 #include "support/loaded_plugin.h"
 #include "support/temp_folder.h"
@@ -32,16 +32,6 @@ class JsonPlugin : public testing::Test {
     const std::string path = m_folder.path("out.json");
     EXPECT_EQ(reader.generateOutput(path), expected);
     return masked(readFile(path));
-  }
-
-  /// What `call` prints to standard output, with the elapsed times masked.
-  template <typename Call>
-  static std::string printedBy(const Call& call) {
-    std::fflush(stdout);
-    testing::internal::CaptureStdout();
-    call();
-    std::fflush(stdout);
-    return masked(testing::internal::GetCapturedStdout());
   }
 
   TempFolder m_folder;

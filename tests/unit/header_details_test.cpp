@@ -1,0 +1,155 @@
+// The log header: saved once, and told as text.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <locale>
+
+#include "core/vyn_profile_log_reader.h"
+#include "log/logger_registry.h"
+#include "support/captured_output.h"
+#include "support/json_log.h"
+#include "support/temp_folder.h"
+
+namespace vyn::profiling {
+namespace {
+
+using test::printedBy;
+
+class OpenReader : public VynProfileLogReader {
+ public:
+  using VynProfileLogReader::m_epochTime;
+  using VynProfileLogReader::m_headerSaved;
+  using VynProfileLogReader::m_inputLogFileLocation;
+  using VynProfileLogReader::m_netRunVersion;
+  using VynProfileLogReader::m_steadyClockTimestamp;
+  using VynProfileLogReader::m_timeScale;
+  using VynProfileLogReader::saveHeader;
+  using VynProfileLogReader::VynProfileLogReader;
+};
+
+class HeaderDetails : public testing::Test {
+ protected:
+  void SetUp() override {
+    setenv("TZ", "UTC", 1);
+    tzset();
+  }
+
+  // The details of a log of these chunks, as if it lay at /data/run.log.
+  std::string detailsOf(std::initializer_list<std::string> chunks, int level = 127) {
+    OpenReader reader(m_folder.add("run.log", test::logOf(chunks)), VisibilityLevel(level));
+    EXPECT_TRUE(reader.readInputFile(false));
+    reader.m_inputLogFileLocation = "/data/run.log";
+    return test::masked(reader.getHeaderDetails());
+  }
+
+  test::TempFolder m_folder;
+};
+
+const std::string kExample =
+    "{header:{timeScale:1.0,epochTime:1700000000000000,timestamp:123456,netRunVersion:\"2.0.0\"}}";
+
+const std::string kExampleDetails =
+    "Input Log File Location: /data/run.log\n"
+    "Log File Created: Tue Nov 14 22:13:20 2023\n"
+    "Time Scale: 1\n"
+    "Epoch Timestamp: 1700000000000000 Steady Clock Timestamp: 123456\n"
+    "Generated using: \n"
+    "vyn-profile-viewer <version>\n"
+    "vyn-net-run        2.0.0\n";
+
+TEST_F(HeaderDetails, AreSevenLinesWithoutABackendVersion) {
+  EXPECT_EQ(detailsOf({kExample}), kExampleDetails);
+}
+
+TEST_F(HeaderDetails, EndWithTheBackendVersion) {
+  EXPECT_NE(detailsOf({"{header:{backendVersion:\"1.9\"}}"})
+                .find("vyn-profile-viewer <version>\nBackend            1.9\n"),
+            std::string::npos);
+}
+
+TEST_F(HeaderDetails, OfAHeaderWithoutFieldsAreZeros) {
+  EXPECT_EQ(detailsOf({"{header:{}}"}),
+            "Input Log File Location: /data/run.log\n"
+            "Log File Created: Thu Jan  1 00:00:00 1970\n"
+            "Time Scale: 0\n"
+            "Epoch Timestamp: 0 Steady Clock Timestamp: 0\n"
+            "Generated using: \n"
+            "vyn-profile-viewer <version>\n");
+}
+
+TEST_F(HeaderDetails, TimeBelowASecondIsTheFirstSecondOf1970) {
+  EXPECT_NE(detailsOf({"{header:{epochTime:999999}}"}).find("Thu Jan  1 00:00:00 1970\n"),
+            std::string::npos);
+}
+
+TEST_F(HeaderDetails, TimeScaleHasSixSignificantDigits) {
+  EXPECT_NE(detailsOf({"{header:{timeScale:0.123456789}}"}).find("Time Scale: 0.123457\n"),
+            std::string::npos);
+}
+
+TEST_F(HeaderDetails, AreThoseOfTheFirstHeader) {
+  EXPECT_EQ(detailsOf({kExample, "{header:{timeScale:2.0,netRunVersion:\"3\"}}"}), kExampleDetails);
+}
+
+TEST_F(HeaderDetails, HeaderOfALaterChunkIsTakenWhenTheFirstHasNone) {
+  EXPECT_EQ(detailsOf({"{}", kExample}), kExampleDetails);
+}
+
+TEST_F(HeaderDetails, AreSavedWhateverTheLevel) {
+  EXPECT_EQ(detailsOf({kExample}, 0), kExampleDetails);
+}
+
+TEST_F(HeaderDetails, AreEmptyForALogWithoutHeader) { EXPECT_EQ(detailsOf({"{}"}), ""); }
+
+TEST_F(HeaderDetails, YearThatHasNoTextGivesNothing) {
+  // Year 10000 and later do not fit into the calendar text.
+  EXPECT_EQ(detailsOf({"{header:{epochTime:18446744073709551615}}"}), "");
+}
+
+TEST_F(HeaderDetails, NumbersArePlainInAGroupingLocale) {
+  class Grouping : public std::numpunct<char> {
+    char do_thousands_sep() const override { return '.'; }
+    char do_decimal_point() const override { return ','; }
+    std::string do_grouping() const override { return "\3"; }
+  };
+  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
+  const std::string details = detailsOf({kExample});
+  std::locale::global(previous);
+  EXPECT_EQ(details, kExampleDetails);
+}
+
+class HeaderLog : public HeaderDetails {
+ protected:
+  void SetUp() override {
+    HeaderDetails::SetUp();
+    ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  }
+  void TearDown() override { log::terminateLogging(); }
+};
+
+TEST_F(HeaderLog, DetailsBeforeAnyHeader) {
+  OpenReader reader("run.log", VisibilityLevel{1});
+  EXPECT_EQ(printedBy([&] { EXPECT_EQ(reader.getHeaderDetails(), ""); }),
+            "<ms> [ DEBUG ] Header details unavailable.\n");
+}
+
+TEST_F(HeaderLog, SavingWithoutAHeader) {
+  OpenReader reader("run.log", VisibilityLevel{1});
+  EXPECT_EQ(printedBy([&] { reader.saveHeader(); }), "<ms> [ DEBUG ] hdr is nullptr\n");
+  EXPECT_FALSE(reader.m_headerSaved);
+}
+
+TEST_F(HeaderLog, SavingTwice) {
+  OpenReader reader(m_folder.add("run.log", test::logOf({kExample})), VisibilityLevel{1});
+  printedBy([&] { ASSERT_TRUE(reader.readInputFile(false)); });
+  EXPECT_EQ(printedBy([&] { reader.saveHeader(); }),
+            "<ms> [ DEBUG ] Header details have been saved already.\n");
+  EXPECT_EQ(reader.m_epochTime, 1700000000000000U);
+  EXPECT_EQ(reader.m_steadyClockTimestamp, 123456U);
+  EXPECT_EQ(reader.m_timeScale, 1.0F);
+}
+
+}  // namespace
+}  // namespace vyn::profiling
