@@ -1,0 +1,52 @@
+// A reader that fails in the way that its log's name tells.
+
+#include <fstream>
+#include <iostream>
+#include <new>
+#include <stdexcept>
+
+#include "vyn/profiling/reader_plugin.h"
+
+namespace vyn::profiling {
+namespace {
+
+// Of this library's own making: its code is gone when the library is.
+struct OwnError : std::exception {
+  const char* what() const noexcept override { return "own error"; }
+};
+
+class MisbehavingReader : public ProfileLogReader {
+ public:
+  explicit MisbehavingReader(std::string behaviour) : m_behaviour(std::move(behaviour)) {}
+  ~MisbehavingReader() override { std::cout << "destroyed\n"; }
+
+  bool generateOutput(const std::string& outputFileName) override {
+    std::ofstream(outputFileName) << (m_behaviour == "stops_early" ? "{\n    \"mess" : "text");
+    return m_behaviour != "fails_to_write";
+  }
+  std::string getHeaderDetails() override { return "header\n"; }
+  bool processNextMessage() override { return false; }
+  bool readInputFile(bool /*writeObjectPayloads*/) override {
+    if (m_behaviour == "bad_alloc") throw std::bad_alloc();
+    if (m_behaviour == "length_error") throw std::length_error("too long");
+    if (m_behaviour == "own_error") throw OwnError();
+    return m_behaviour != "refuses";
+  }
+  int isReaderValid() override { return 1; }
+  void printEvents(std::ostream& /*stream*/, std::vector<EventNode> /*events*/) override {}
+  void writeEventsCsv(std::ostream& /*stream*/, std::vector<EventNode> /*events*/,
+                      std::uint64_t /*timestamp*/, const std::string& /*message*/) override {}
+
+ private:
+  std::string m_behaviour;
+};
+
+}  // namespace
+
+ProfileLogReader* createReader(const std::string& inputLogPath, VisibilityLevel /*level*/) {
+  return inputLogPath == "none" ? nullptr : new MisbehavingReader(inputLogPath);
+}
+
+void deleteReader(ProfileLogReader* reader) { delete reader; }
+
+}  // namespace vyn::profiling

@@ -1,0 +1,125 @@
+#include "core/version/profile_viewer_version.h"
+#include "host/host_fixture.h"
+
+namespace vyn::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+using SummaryTest = HostTest;
+
+TEST_F(SummaryTest, GoesToStandardOutputAlone) {
+  write("run.log", smallLog());
+  const ProgramResult result = run({"run.log", "-r", "summary"});
+  EXPECT_THAT(result, SucceedsQuietly());
+  EXPECT_THAT(result.output, HasSubstr("Execute Stats (Average):"));
+  EXPECT_THAT(result.output, HasSubstr("    Backend (run): 3 us\n"));
+  EXPECT_THAT(names(), ElementsAre("run.log"));
+}
+
+TEST_F(SummaryTest, TheListingIsAddedToWhatTheFileHolds) {
+  write("run.log", smallLog());
+  write("out.csv", "kept\n");
+  ASSERT_THAT(run({"run.log", "-r", "summary", "-o", "out.csv"}), SucceedsQuietly());
+  const std::string once = read("out.csv");
+  EXPECT_THAT(once, StartsWith("kept\ninput log file location, run.log\n"));
+  EXPECT_THAT(once, HasSubstr("\n10,EXECUTE,3,US,BACKEND,ROOT,run\n"));
+  ASSERT_THAT(run({"run.log", "-r", "summary", "-o", "out.csv"}), SucceedsQuietly());
+  EXPECT_EQ(read("out.csv"), once + once.substr(5));
+  EXPECT_THAT(names(), ElementsAre("out.csv", "run.log"));
+}
+
+TEST_F(SummaryTest, TheListingMayFollowTheSummaryOnStandardOutput) {
+  write("run.log", smallLog());
+  const ProgramResult result = run({"run.log", "-r", "summary", "-o", "-"});
+  EXPECT_THAT(result, SucceedsQuietly());
+  const std::size_t listing = result.output.find("input log file location, run.log\n");
+  ASSERT_NE(listing, std::string::npos);
+  EXPECT_LT(result.output.find("Execute Stats (Max)"), listing);
+  EXPECT_THAT(names(), ElementsAre("run.log"));
+}
+
+TEST_F(SummaryTest, MessagesBelowTheLevelAreTaken) {
+  write("run.log",
+        makeChunk({R"(visibilityLevel: -6, profilingEvents: [{identifier: "shown"}])",
+                   R"(visibilityLevel: -5, profilingEvents: [{identifier: "hidden"}])"}));
+  const ProgramResult result = run({"run.log", "-r", "summary", "-l", "-5"});
+  EXPECT_THAT(result.output, HasSubstr("shown"));
+  EXPECT_THAT(result.output, Not(HasSubstr("hidden")));
+  EXPECT_THAT(run({"run.log", "-r", "summary"}).output, HasSubstr("hidden"));
+}
+
+TEST_F(SummaryTest, PayloadsAreWrittenOnlyWhenAskedFor) {
+  write("run.log",
+        makeChunk({R"(profilingEvents: [{identifier: "blob", unit: OBJECT, valueType: RAW_DATA,
+                                    rawData: [98, 121, 116, 101, 115], secondaryName: "blob.bin"}])"},
+                  "BACKEND_FINALIZE"));
+  EXPECT_THAT(run({"run.log", "-r", "summary"}), SucceedsQuietly());
+  EXPECT_THAT(names(), ElementsAre("run.log"));
+  EXPECT_THAT(run({"run.log", "-r", "summary", "--payloads"}), SucceedsQuietly());
+  EXPECT_THAT(names(), ElementsAre("blob.bin", "run.log"));
+  EXPECT_EQ(read("blob.bin"), "bytes");
+}
+
+TEST_F(SummaryTest, AClosedOrFullStandardOutputFailsAndTheListingDoesNotGrow) {
+  write("run.log", smallLog());
+  write("out.csv", "kept\n");
+  ProgramCall full = call({"run.log", "-r", "summary", "-o", "out.csv"});
+  full.standardOutput = "/dev/full";
+  EXPECT_THAT(runProgram(full), FailsWith("standard output: disk full; free some space or choose "
+                                          "another place"));
+  EXPECT_THAT(runInShell("exec \"$0\" \"$@\" >&-", {"run.log", "-r", "summary", "-o", "out.csv"}),
+              FailsWith("standard output: is closed; open it or choose another output"));
+  EXPECT_EQ(read("out.csv"), "kept\n");
+  EXPECT_THAT(names(), ElementsAre("out.csv", "run.log"));
+}
+
+using HeaderTest = HostTest;
+
+TEST_F(HeaderTest, IsPrintedAlone) {
+  write("run.log", smallLog());
+  ProgramCall header = call({"run.log", "-r", "summary", "--header"});
+  header.environment.emplace_back("TZ=UTC");
+  const ProgramResult result = runProgram(header);
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.output,
+            "Input Log File Location: run.log\n"
+            "Log File Created: Thu Jan  1 00:00:00 1970\n"
+            "Time Scale: 1\n"
+            "Epoch Timestamp: 0 Steady Clock Timestamp: 0\n"
+            "Generated using: \n"
+            "vyn-profile-viewer " +
+                std::string(profiling::kProfileViewerVersion) +
+                "\n"
+                "vyn-net-run        net-run 7\n");
+  EXPECT_THAT(names(), ElementsAre("run.log"));
+}
+
+TEST_F(HeaderTest, WhatTheReaderPrintsWhileReadingGoesToStandardError) {
+  // An asynchronous execution without a queue wait makes the reader print a notice.
+  write("run.log", smallLog() + makeChunk({""}, "BACKEND_EXECUTE_ASYNC"));
+  const ProgramResult result = run({"run.log", "-r", "summary", "--header"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_THAT(result.output, StartsWith("Input Log File Location: run.log\n"));
+  EXPECT_THAT(result.output, Not(HasSubstr("queue-wait")));
+  EXPECT_THAT(result.errors, HasSubstr("queue-wait"));
+}
+
+TEST_F(HeaderTest, TheJsonReaderHasNone) {
+  write("run.log", smallLog());
+  const ProgramResult result = run({"run.log", "--header"});
+  EXPECT_THAT(result, FailsWith("run.log: this reader keeps no header; add --reader summary"));
+  EXPECT_EQ(result.output, "");
+}
+
+TEST_F(HeaderTest, ALogMayHaveNone) {
+  write("run.log", makeChunk({}));
+  EXPECT_THAT(run({"run.log", "-r", "summary", "--header"}),
+              FailsWith("run.log: the log holds no header; read it without --header"));
+}
+
+}  // namespace
+}  // namespace vyn::test
