@@ -29,12 +29,17 @@ void* allocate(std::size_t size) {
 
 }  // namespace
 
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete[](void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t /*size*/) noexcept { std::free(block); }
-void operator delete[](void* block, std::size_t /*size*/) noexcept { std::free(block); }
+// Not inlined, where GCC takes malloc and delete for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size) { return allocate(size); }
+[[gnu::noinline]] void* operator new[](std::size_t size) { return allocate(size); }
+[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete[](void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
+  std::free(block);
+}
+[[gnu::noinline]] void operator delete[](void* block, std::size_t /*size*/) noexcept {
+  std::free(block);
+}
 
 namespace vyn::test {
 namespace {

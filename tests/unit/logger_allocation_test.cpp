@@ -13,16 +13,19 @@ bool g_failNothrow = false;
 
 }  // namespace
 
+// Not inlined, where GCC takes malloc and delete for a mismatch.
 // Only the non-throwing form fails: it makes nothing but loggers.
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   return g_failNothrow ? nullptr : std::malloc(size);
 }
-void* operator new(std::size_t size) {
+[[gnu::noinline]] void* operator new(std::size_t size) {
   void* block = std::malloc(size);
   return block != nullptr ? block : throw std::bad_alloc();
 }
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t /*size*/) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
+  std::free(block);
+}
 
 namespace vyn::log {
 namespace {
