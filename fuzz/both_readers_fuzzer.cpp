@@ -1,5 +1,5 @@
-// Input: one chunk, which the mutator keeps sound while it changes what the chunk says. Both readers
-// read it alike and see the same messages.
+// Input: one chunk, which the mutator keeps sound while it changes what the chunk says. Both
+// readers read it alike and see the same messages.
 
 #include <algorithm>
 #include <vector>

@@ -1,5 +1,5 @@
-// Input: one chunk. A chunk that verifies becomes text; the text, parsed back strictly, says what the
-// chunk says.
+// Input: one chunk. A chunk that verifies becomes text; the text, parsed back strictly, says what
+// the chunk says.
 
 #include <rapidjson/document.h>
 
@@ -19,8 +19,8 @@ namespace {
 using vyn::fuzz::check;
 using vyn::profiling::g_jsonDocument;
 
-// What events that share their sub-events may unfold to; the verifier keeps it below a bound, but one
-// that is too slow to search through.
+// What events that share their sub-events may unfold to; the verifier keeps it below a bound, but
+// one that is too slow to search through.
 constexpr std::size_t kMaxText = 64 * 1024 * 1024;  // bytes
 
 void checkMessageText(const vyn::profiling::schema::Message& message) {

@@ -45,8 +45,14 @@ class Mutator {
 
   double realNumber() {
     using Limits = std::numeric_limits<double>;
-    const std::array<double, 8> edges{0.0, -0.0, 1.5, Limits::max(), Limits::denorm_min(),
-                                      Limits::infinity(), Limits::quiet_NaN(), 1e-7};
+    const std::array<double, 8> edges{0.0,
+                                      -0.0,
+                                      1.5,
+                                      Limits::max(),
+                                      Limits::denorm_min(),
+                                      Limits::infinity(),
+                                      Limits::quiet_NaN(),
+                                      1e-7};
     return below(2) == 0 ? edges[below(edges.size())] : static_cast<double>(number()) / 3.0;
   }
 
@@ -123,7 +129,7 @@ class Mutator {
   }
 
   void mutateEvent(EventT& event, std::size_t nesting) {
-    constexpr std::array<std::uint32_t, 12> kTypes{0,   100, 300, 400, 404, 405,
+    constexpr std::array<std::uint32_t, 12> kTypes{0,   100, 300, 400, 404,  405,
                                                    406, 407, 408, 500, 1000, 401};
     switch (below(9)) {
       case 0:
