@@ -1,10 +1,11 @@
 # Thin doors to the scripts and presets; every target does its own set-up.
 
-.PHONY: help setup build demo test clean
+.PHONY: help setup build demo test bench bench-check clean
 
 help:
 	@echo "make demo   build, make a sample log and turn it into JSON"
 	@echo "make test   build and run the tests"
+	@echo "make bench  measure speed and memory"
 	@echo "make build  build the release preset"
 	@echo "make clean  remove what was built"
 
@@ -19,6 +20,12 @@ demo: build
 
 test: build
 	@ctest --preset release
+
+bench: setup
+	@scripts/bench
+
+bench-check: setup
+	@scripts/bench --check
 
 clean:
 	rm -rf build demo

@@ -37,9 +37,9 @@ class ValueBuilder {
   void endArray(rapidjson::SizeType elementCount) { m_document.EndArray(elementCount); }
 
   /// The name of the member whose value comes next; a literal, which is not copied.
-  template <std::size_t size>
-  void key(const char (&name)[size]) {
-    m_document.Key(name, static_cast<rapidjson::SizeType>(size - 1), false);
+  template <std::size_t Size>
+  void key(const char (&name)[Size]) {
+    m_document.Key(name, static_cast<rapidjson::SizeType>(Size - 1), false);
   }
 
   void number(std::uint32_t value) { m_document.Uint(value); }

@@ -1,0 +1,79 @@
+// How averaging and the look-up of graphs grow: items per second stay about the same, however many
+// siblings an event has and however many graphs a log.
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+#include "input/event_averager.h"
+#include "input/group_index.h"
+
+namespace vyn::profiling {
+namespace {
+
+constexpr int kExecutions = 100;
+
+std::vector<EventNode> siblings(std::int64_t count) {
+  std::vector<EventNode> events(static_cast<std::size_t>(count));
+  for (std::size_t i = 0; i < events.size(); ++i) {
+    events[i].identifier = "layer_" + std::to_string(i);
+    events[i].dataType = EventDataType::UINT_64;
+    events[i].value.uint64 = i;
+  }
+  return events;
+}
+
+void averageSiblings(benchmark::State& state) {
+  const std::vector<EventNode> events = siblings(state.range(0));
+  for (auto _ : state) {
+    EventAverager averager;
+    for (int execution = 0; execution < kExecutions; ++execution) {
+      averager.add(events);
+    }
+    benchmark::DoNotOptimize(averager.takeAverages());
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * state.range(0) *
+                          kExecutions);
+}
+BENCHMARK(averageSiblings)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// Each execution brings names that no earlier one had.
+void averageNewcomers(benchmark::State& state) {
+  std::vector<std::vector<EventNode>> executions;
+  for (std::int64_t i = 0; i < state.range(0); ++i) {
+    executions.push_back(siblings(1));
+    executions.back()[0].identifier += "_" + std::to_string(i);
+  }
+  for (auto _ : state) {
+    EventAverager averager;
+    for (const auto& events : executions) {
+      averager.add(events);
+    }
+    benchmark::DoNotOptimize(averager.takeAverages());
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * state.range(0));
+}
+BENCHMARK(averageNewcomers)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+void fileGraphs(benchmark::State& state) {
+  std::vector<std::string> names;
+  for (std::int64_t i = 0; i < state.range(0); ++i) {
+    names.push_back("graph_" + std::to_string(i));
+  }
+  for (auto _ : state) {
+    GroupIndex index;
+    std::vector<ExecutionGroup> groups;
+    for (const std::string& name : names) {
+      index.groupNamed(groups, name).records.emplace_back();
+    }
+    benchmark::DoNotOptimize(groups);
+  }
+  state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * state.range(0));
+}
+BENCHMARK(fileGraphs)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace vyn::profiling
+
+BENCHMARK_MAIN();
