@@ -22,7 +22,7 @@ constexpr int kWrongUsage = 2;
 const std::array kVerbs = {&kViewVerb};
 
 // The verb that a command line without one means.
-const Verb& kDefaultVerb = kViewVerb;
+constexpr const Verb* kDefaultVerb = &kViewVerb;
 
 bool isVerb(std::string_view word) {
   return std::any_of(kVerbs.begin(), kVerbs.end(),
@@ -36,7 +36,7 @@ bool isTopLevelOption(std::string_view word) {
 std::vector<std::string> wordsWithVerb(int argc, char** argv) {
   std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
   if (words.empty() || !(isVerb(words.front()) || isTopLevelOption(words.front()))) {
-    words.insert(words.begin(), kDefaultVerb.name);
+    words.insert(words.begin(), kDefaultVerb->name);
   }
   return words;
 }
@@ -46,7 +46,7 @@ std::string examples() {
   for (const Verb* verb : kVerbs) {
     text += std::string("  ") + verb->example + "\n";
   }
-  return text + "A log that is named like a verb is given as ./" + kDefaultVerb.name + ".";
+  return text + "A log that is named like a verb is given as ./" + kDefaultVerb->name + ".";
 }
 
 // A parsed verb and what it is to run.

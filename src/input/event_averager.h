@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -32,12 +34,14 @@ class EventAverager {
     std::unordered_map<std::string_view, std::size_t> firstByIdentifier;
 
     void merge(const std::vector<EventNode>& events);
+    Entry* find(const std::string& identifier, std::size_t expected);
     void append(const EventNode& event);
     std::vector<EventNode> takeAverages();
   };
 
   struct Entry {
-    EventNode node;  // without its children
+    EventNode node;       // without its children
+    bool isFirst = true;  // of its identifier
     Level children;
   };
 
