@@ -32,6 +32,9 @@ void* allocate(std::size_t size) {
 // Not inlined, where GCC takes malloc and delete for a mismatch.
 [[gnu::noinline]] void* operator new(std::size_t size) { return allocate(size); }
 [[gnu::noinline]] void* operator new[](std::size_t size) { return allocate(size); }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return std::malloc(size);
+}
 [[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
 [[gnu::noinline]] void operator delete[](void* block) noexcept { std::free(block); }
 [[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
