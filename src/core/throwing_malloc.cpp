@@ -7,7 +7,7 @@
 
 extern "C" {
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the names are the linker's.
+// NOLINTBEGIN(readability-identifier-naming): the linker's names
 void* __real_malloc(std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
 
@@ -26,6 +26,6 @@ void* __wrap_realloc(void* block, std::size_t size) {
   }
   return moved;
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(readability-identifier-naming)
 
 }  // extern "C"

@@ -18,7 +18,7 @@ class BlockOutputStream {
   explicit BlockOutputStream(std::ostream& file)
       : m_file(file), m_block(std::make_unique<Block>()) {}
 
-  void Put(char character) {
+  void Put(char character) {  // NOLINT(readability-identifier-naming): RapidJSON calls it
     if (m_used == kBlockSize) {
       writeBlock();
     }
@@ -47,7 +47,7 @@ class BlockOutputStream {
   }
 
   /// The writer's own flush at the end of a document; the text goes out with writeBlock.
-  void Flush() {}
+  void Flush() {}  // NOLINT(readability-identifier-naming): RapidJSON calls it
 
   /// Passes on what has been put since the last block.
   void writeBlock() {
@@ -56,7 +56,7 @@ class BlockOutputStream {
   }
 
  private:
-  static constexpr std::size_t kBlockSize = 256 * 1024;  // bytes
+  static constexpr std::size_t kBlockSize = std::size_t{256} * 1024;  // bytes
   using Block = std::array<char, kBlockSize>;
 
   std::ostream& m_file;
@@ -65,6 +65,7 @@ class BlockOutputStream {
 };
 
 /// Found by RapidJSON's writers, for their indentation.
+// NOLINTNEXTLINE(readability-identifier-naming)
 inline void PutN(BlockOutputStream& stream, char character, std::size_t count) {
   stream.putRepeated(character, count);
 }
