@@ -25,10 +25,11 @@ std::vector<EventNode> siblings(std::int64_t count) {
 }
 
 void averageSiblings(benchmark::State& state) {
-  const std::vector<EventNode> events = siblings(state.range(0));
+  // Each execution has events of its own, as in a log.
+  const std::vector<std::vector<EventNode>> executions(kExecutions, siblings(state.range(0)));
   for (auto _ : state) {
     EventAverager averager;
-    for (int execution = 0; execution < kExecutions; ++execution) {
+    for (const auto& events : executions) {
       averager.add(events);
     }
     benchmark::DoNotOptimize(averager.takeAverages());
