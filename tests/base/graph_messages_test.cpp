@@ -139,6 +139,27 @@ TEST_F(GraphMessages, ComponentIsSplitThreeWaysAndHasNoTimes) {
   EXPECT_EQ(record.timestamp, 0U);
 }
 
+TEST_F(GraphMessages, AfterOneComponentWithFinalizeEventsEveryLaterOneMakesAGroup) {
+  const auto reader =
+      read({message("9", 1, 1, graph("A", event("f", 1, kFinalize))),
+            message("9", 2, 1, graph("B", event("x", 2))), message("2", 3, 1, graph("C"))});
+  ASSERT_EQ(reader->m_finalizeGroups.size(), 3U);
+  EXPECT_EQ(reader->m_finalizeGroups[1].name, "B");
+  EXPECT_TRUE(reader->m_finalizeGroups[1].events.empty());
+  EXPECT_EQ(reader->m_finalizeGroups[2].name, "C");
+}
+
+TEST_F(GraphMessages, ComponentWhoseTableEndsBeforeItsLevelIsSkipped) {
+  const auto reader = read({"{header:{},method:9,appMetrics:{}}"});
+  EXPECT_TRUE(reader->m_executeGroups.empty());
+}
+
+// Level 0 is not written, but the name behind it keeps its slot.
+TEST_F(GraphMessages, ComponentOfLevelZeroIsTaken) {
+  const auto reader = read({"{header:{},method:9,appMetrics:{},graphName:\"A\"}"}, 1);
+  EXPECT_EQ(reader->m_executeGroups.size(), 1U);
+}
+
 TEST_F(GraphMessages, ComponentWithoutEventsStillAddsAnExecution) {
   const auto reader = read({message("9", 5, 6, "graphName:\"A\",visibilityLevel:1")});
   ASSERT_EQ(reader->m_executeGroups.size(), 1U);

@@ -41,6 +41,13 @@ TEST_F(ReadFailure, PartOfALengthAtTheEndIsNone) {
   EXPECT_EQ(reader.m_deInitTime, 7U);
 }
 
+TEST_F(ReadFailure, HeadersAfterTheFirstAreNotLookedAt) {
+  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  OpenReader reader(m_folder.add("run.log", logOf({"{header:{}}", "{header:{}}"})));
+  const std::string printed = printedBy([&] { EXPECT_TRUE(reader.readInputFile(false)); });
+  EXPECT_EQ(printed.find("Header details have been saved already."), std::string::npos);
+}
+
 TEST_F(ReadFailure, LengthsThatNoChunkHas) {
   for (const std::string& length :
        {std::string("\0\0\0\0", 4), std::string("\x0b\0\0\0", 4), std::string("\xff\xff\xff\x7f"),

@@ -96,6 +96,11 @@ TEST_F(Overall, SecondIsTheDurationWhateverItsName) {
 
 TEST_F(Overall, DurationOfZero) { expectRate({node("duration", 0), node("count", 100)}, "0.0000"); }
 
+TEST_F(Overall, IsComputedInSinglePrecision) {
+  // 2^24 + 1 inferences, which a float counts as 2^24.
+  expectRate({node("duration", 1), node("count", 16777217)}, "16777216000000.0000");
+}
+
 TEST_F(Overall, IsLeftOutWithoutItsMessageOrWithOneEvent) {
   m_reader.m_executeIpsEvents = {node("duration", 1), node("count", 1)};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsOverall), "");
@@ -196,6 +201,28 @@ TEST_F(ConsoleBlocks, AppliedBinarySectionsWithoutGroupsHaveNoEmptyLine) {
             "ApplyBinarySection Stats (Min):\n" + dashes(35));
   EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsMax),
             "ApplyBinarySection Stats (Max):\n" + dashes(35));
+}
+
+TEST_F(ConsoleBlocks, AppliedBinarySectionsListTheirOwnGroups) {
+  m_reader.m_hasApplyBinarySection = true;
+  m_reader.m_applyBinarySectionMin = {{"fast", 5, 1, {}}};
+  m_reader.m_applyBinarySectionMax = {{"slow", 9, 1, {}}, {"other", 8, 1, {}}};
+  EXPECT_EQ(
+      printed(&OpenReader::printApplyBinarySectionStatsMin),
+      "ApplyBinarySection Stats (Min):\n" + dashes(35) + "Graph 0 (fast):\n    NetRun: 5 us\n\n");
+  EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsMax),
+            "ApplyBinarySection Stats (Max):\n" + dashes(35) +
+                "Graph 0 (slow):\n    NetRun: 9 us\n\nGraph 1 (other):\n    NetRun: 8 us\n\n");
+}
+
+TEST_F(ConsoleBlocks, ListedEventLeavesTheStreamInFixedNotationWithoutDecimals) {
+  std::ostringstream stream;
+  stream << std::scientific << std::setprecision(3);
+  m_reader.printEvents(stream, {node("o", 1, kObjectUnit, {node("c", 2)})});
+  stream << 2.75 << "\n";
+  m_reader.printEvents(stream, {node("a", 1)});
+  stream << 2.75;
+  EXPECT_EQ(stream.str(), "        c: 2 cycles\n2.750e+00\n    Backend (a): 1 cycles\n3");
 }
 
 TEST_F(ConsoleBlocks, EventsListChildrenButNoGrandchildrenAndNoObjects) {

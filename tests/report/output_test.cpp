@@ -71,6 +71,11 @@ TEST_F(Output, FileThatCannotBeOpenedFailsAndPrintsNothing) {
   EXPECT_EQ(printed, "<ms> [ ERROR ] Invalid output file: [" + path + "]\n");
 }
 
+TEST_F(Output, ErrorsWhileWritingAreNotNoticed) {
+  const std::string printed = printedBy([&] { EXPECT_TRUE(m_reader.generateOutput("/dev/full")); });
+  EXPECT_NE(printed.find("Init Stats:"), std::string::npos);
+}
+
 TEST_F(Output, LibLoadRowNeedsItsFlag) {
   m_reader.m_libLoadEvents = {node("x", 99)};
   printedBy([&] { m_reader.generateOutput(m_folder.path("without.csv")); });

@@ -1,6 +1,7 @@
 // The files that receive the payloads of OBJECT events.
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <sstream>
@@ -70,6 +71,26 @@ TEST_F(PayloadFiles, FirstFreeNumberIsTaken) {
   m_folder.add("x_2.bin", "");
   m_reader.writeObjectPayload(payload(m_folder.path("x.bin"), "new"));
   EXPECT_EQ(content("x_1.bin"), "new");
+}
+
+TEST_F(PayloadFiles, FileThatCannotBeReadIsTakenForFree) {
+  const std::string path = m_folder.add("x.bin", "something longer");
+  std::filesystem::permissions(path, std::filesystem::perms::owner_write);
+  std::filesystem::permissions(m_folder.path(""), std::filesystem::perms::all);
+  const uid_t user = geteuid();
+  const bool isRoot = user == 0;  // who may read everything
+  if (isRoot) {
+    constexpr uid_t kNobody = 65534;
+    ASSERT_EQ(chown(path.c_str(), kNobody, static_cast<gid_t>(-1)), 0);
+    ASSERT_EQ(seteuid(kNobody), 0);
+  }
+  m_reader.writeObjectPayload(payload(path, "new"));
+  if (isRoot) {
+    ASSERT_EQ(seteuid(user), 0);
+  }
+  std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+  EXPECT_EQ(content("x.bin"), "new");
+  EXPECT_FALSE(exists("x_1.bin"));
 }
 
 TEST_F(PayloadFiles, NamelessPayloadIsNotWritten) {
