@@ -164,7 +164,7 @@ void averageStage(benchmark::State& state) {
     for (const auto& events : executions) {
       averager.add(events);
     }
-    benchmark::DoNotOptimize(averager.takeAverages());
+    benchmark::DoNotOptimize(averager.averages());
   }
   report(state, log);
 }

@@ -7,6 +7,8 @@
 namespace vyn::profiling {
 namespace {
 
+constexpr auto kNone = static_cast<std::size_t>(-1);
+
 EventNode copyWithoutChildren(const EventNode& event) {
   return {event.type,          event.dataType, event.value,      event.rawData, event.identifier,
           event.secondaryName, event.unit,     event.extraValue, event.count,   {}};
@@ -16,19 +18,21 @@ EventNode copyWithoutChildren(const EventNode& event) {
 
 void EventAverager::add(const std::vector<EventNode>& events) { m_root.merge(events); }
 
-std::vector<EventNode> EventAverager::takeAverages() { return m_root.takeAverages(); }
+std::vector<EventNode> EventAverager::averages() const { return m_root.averages(); }
 
-void EventAverager::Level::merge(const std::vector<EventNode>& events) {
+void EventAverager::Level::merge(const std::vector<EventNode>& list) {
   // Appended only after the whole list has been looked up, so that its siblings stay apart.
   std::vector<const EventNode*> newcomers;
   std::size_t expected = 0;
-  for (const EventNode& event : events) {
-    if (Entry* entry = find(event.identifier, expected)) {
-      entry->node.value.uint64 += event.value.uint64;
-      entry->node.dataType = EventDataType::UINT_64;
-      ++entry->node.count;
-      entry->children.merge(event.children);
-      expected = static_cast<std::size_t>(entry - entries.data()) + 1;
+  for (const EventNode& event : list) {
+    const std::size_t place = find(event.identifier, expected);
+    if (place != kNone) {
+      sums[place].value += event.value.uint64;
+      ++sums[place].count;
+      if (!event.children.empty()) {
+        children[place].merge(event.children);
+      }
+      expected = place + 1;
     } else if (!isObjectEvent(event)) {
       newcomers.push_back(&event);
     }
@@ -38,38 +42,44 @@ void EventAverager::Level::merge(const std::vector<EventNode>& events) {
   }
 }
 
-// Executions list the same events in the same order, so the entry behind the last one found is
+// Executions list the same events in the same order, so the one behind the last one found is
 // nearly always the one: looking there first spares a look-up that misses the cache.
-EventAverager::Entry* EventAverager::Level::find(const std::string& identifier,
-                                                 std::size_t expected) {
-  if (expected < entries.size() && entries[expected].isFirst &&
-      entries[expected].node.identifier == identifier) {
-    return &entries[expected];
+std::size_t EventAverager::Level::find(std::string_view identifier, std::size_t expected) const {
+  if (expected < sums.size() && sums[expected].isFirst && sums[expected].identifier == identifier) {
+    return expected;
   }
   const auto found = firstByIdentifier.find(identifier);
-  return found != firstByIdentifier.end() ? &entries[found->second] : nullptr;
+  return found != firstByIdentifier.end() ? found->second : kNone;
 }
 
 void EventAverager::Level::append(const EventNode& event) {
-  const bool isFirst = firstByIdentifier.try_emplace(event.identifier, entries.size()).second;
-  Entry& entry = entries.emplace_back(Entry{copyWithoutChildren(event), isFirst, {}});
+  const bool isFirst = firstByIdentifier.try_emplace(event.identifier, sums.size()).second;
+  sums.push_back({event.identifier, event.value.uint64, event.count, isFirst});
+  events.push_back(&event);
   // The newcomer's own subtree comes along whole, payloads included.
+  Level& subtree = children.emplace_back();
   for (const EventNode& child : event.children) {
-    entry.children.append(child);
+    subtree.append(child);
   }
 }
 
-std::vector<EventNode> EventAverager::Level::takeAverages() {
-  std::vector<EventNode> averages;
-  averages.reserve(entries.size());
-  for (Entry& entry : entries) {
-    if (entry.node.dataType == EventDataType::UINT_64) {
-      entry.node.value.uint64 /= entry.node.count;
+std::vector<EventNode> EventAverager::Level::averages() const {
+  std::vector<EventNode> means;
+  means.reserve(sums.size());
+  for (std::size_t i = 0; i < sums.size(); ++i) {
+    EventNode mean = copyWithoutChildren(*events[i]);
+    const Sum& sum = sums[i];
+    if (sum.count > mean.count) {
+      mean.dataType = EventDataType::UINT_64;
     }
-    entry.node.children = entry.children.takeAverages();
-    averages.push_back(std::move(entry.node));
+    if (mean.dataType == EventDataType::UINT_64) {
+      mean.value.uint64 = sum.value / sum.count;
+    }
+    mean.count = sum.count;
+    mean.children = children[i].averages();
+    means.push_back(std::move(mean));
   }
-  return averages;
+  return means;
 }
 
 }  // namespace vyn::profiling

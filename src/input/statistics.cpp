@@ -20,7 +20,7 @@ EventGroup averageOf(const ExecutionGroup& group) {
     averager.add(record.events);
   }
   return {group.name, durations / group.records.size(), group.records.back().timestamp,
-          averager.takeAverages()};
+          averager.averages()};
 }
 
 EventGroup slowestOf(const ExecutionGroup& group) {
