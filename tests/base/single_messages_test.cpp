@@ -83,6 +83,11 @@ TEST_F(SingleMessages, StopBeforeStartIsADurationOfZero) {
   EXPECT_EQ(reader->m_deInitTime, 0U);
 }
 
+TEST_F(SingleMessages, StopWithoutAStartIsADurationOfZero) {
+  const auto reader = read({"{header:{},appMetrics:{stopTime:5},method:5}"});
+  EXPECT_EQ(reader->m_deInitTime, 0U);
+}
+
 TEST_F(SingleMessages, UnknownMethodsAreLoggedAndSkipped) {
   ASSERT_TRUE(log::initializeLogging(nullptr, 1));
   read({message("0", 1, 1), message("12", 1, 1), message("-1", 1, 1), "{header:{},appMetrics:{}}",
