@@ -8,5 +8,6 @@ endfunction()
 
 vyn_header_only_dependency(vyn_flatbuffers flatbuffers/flatbuffers.h)
 vyn_header_only_dependency(vyn_rapidjson rapidjson/document.h)
+vyn_header_only_dependency(vyn_xxhash xxhash.h)
 vyn_header_only_dependency(vyn_cli11 CLI/CLI.hpp)
 find_program(VYN_FLATC flatc REQUIRED)

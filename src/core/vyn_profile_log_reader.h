@@ -11,6 +11,7 @@
 #include "input/execution_records.h"
 #include "input/flat_buffer_reader_util.h"
 #include "input/group_index.h"
+#include "input/text_hash.h"
 #include "vyn/profiling/profile_log_reader.h"
 
 namespace vyn::profiling {
@@ -18,7 +19,7 @@ namespace vyn::profiling {
 struct Heading;  // report/headings.h
 
 /// Queue wait in microseconds by graph name.
-using QueueWaits = std::unordered_map<std::string_view, std::uint64_t>;
+using QueueWaits = std::unordered_map<std::string_view, std::uint64_t, TextHash>;
 
 /// The base reader: decodes every admitted message into an event model, derives statistics for each
 /// graph, and writes a console summary and a CSV listing. Its operations stand in the folder of

@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "input/text_hash.h"
 #include "vyn/profiling/event_node.h"
 
 namespace vyn::profiling {
@@ -41,7 +42,7 @@ class EventAverager {
     std::vector<Sum> sums;
     std::vector<const EventNode*> events;  // as first met
     std::vector<Level> children;
-    std::unordered_map<std::string_view, std::size_t> firstByIdentifier;
+    std::unordered_map<std::string_view, std::size_t, TextHash> firstByIdentifier;
 
     void merge(const std::vector<EventNode>& list);
     std::size_t find(std::string_view identifier, std::size_t expected) const;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "input/execution_records.h"
+#include "input/text_hash.h"
 
 namespace vyn::profiling {
 
@@ -19,13 +20,6 @@ class GroupIndex {
   ExecutionGroup& groupNamed(std::vector<ExecutionGroup>& groups, std::string_view name);
 
  private:
-  struct TextHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const {
-      return std::hash<std::string_view>{}(text);
-    }
-  };
-
   std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> m_positions;
   std::size_t m_indexed = 0;  // how many of the groups are in m_positions
 };

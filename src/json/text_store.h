@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "input/text_hash.h"
+
 namespace vyn::profiling {
 
 /// Copies texts of one log into the pool of g_jsonDocument, equal ones once: the events of a log
@@ -22,7 +24,7 @@ class TextStore {
  private:
   std::string_view storeByContent(const flatbuffers::String& text);
 
-  std::unordered_set<std::string_view> m_texts;
+  std::unordered_set<std::string_view, TextHash> m_texts;
   std::unordered_map<const flatbuffers::String*, std::string_view> m_byPlace;
 };
 

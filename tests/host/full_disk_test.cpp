@@ -7,7 +7,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr std::size_t kDiskSize = 64 * 1024;  // bytes
+constexpr std::size_t kDiskSize = std::size_t{64} * 1024;  // bytes
 constexpr char kDiskFull[] = ": disk full; free some space or choose another place";
 
 class FullDiskTest : public HostTest {

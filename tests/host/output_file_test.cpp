@@ -110,7 +110,7 @@ class PermissionTest : public OutputFileTest {
                               {"setpriv", "--reuid", id, "--regid", id, "--clear-groups"});
       EXPECT_EQ(chown(directory().c_str(), kNobody, kNobody), 0);
     }
-    const ProgramResult result = runProgram(restricted);
+    ProgramResult result = runProgram(restricted);
     fs::remove_all(bin);
     return result;
   }

@@ -17,7 +17,7 @@ class OutputStreamTest : public HostTest {
 
   std::string document() const {
     EXPECT_THAT(run({"run.log", "-o", "expected.json"}), SucceedsQuietly());
-    const std::string text = read("expected.json");
+    std::string text = read("expected.json");
     fs::remove(directory() / "expected.json");
     return text;
   }

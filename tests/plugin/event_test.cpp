@@ -158,7 +158,7 @@ TEST_F(JsonEvent, EveryTypeHasItsText) {
     const auto reader = readLog(logOfEvent("type:" + std::to_string(code)));
     const std::string document = output(*reader);
     const std::size_t last = document.rfind("\"type\": ");
-    EXPECT_EQ(document.substr(last, document.find("\n", last) - last),
+    EXPECT_EQ(document.substr(last, document.find('\n', last) - last),
               std::string("\"type\": \"") + text + "\"")
         << code;
   }
@@ -172,7 +172,7 @@ TEST_F(JsonEvent, EveryUnitHasItsText) {
     LoadedPlugin::Reader reader = readLog(logOfEvent("unit:" + std::to_string(code)));
     const std::string document = output(*reader);
     const std::size_t last = document.rfind("\"unit\": ");
-    EXPECT_EQ(document.substr(last, document.find(",", last) - last),
+    EXPECT_EQ(document.substr(last, document.find(',', last) - last),
               std::string("\"unit\": \"") + text + "\"")
         << code;
   }

@@ -1,12 +1,12 @@
 #include "support/run_program.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <system_error>
 
 namespace vyn::test {
@@ -20,6 +20,7 @@ void check(int error, const char* what) {
 
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
   std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
   for (const std::string& text : texts) {
     pointers.push_back(const_cast<char*>(text.c_str()));
   }

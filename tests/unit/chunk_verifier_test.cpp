@@ -47,6 +47,7 @@ FlatBufferBuilder nested(int levels, int owners) {
   Events events;
   for (int level = 0; level < levels; ++level) {
     std::vector<Offset<schema::Event>> siblings;
+    siblings.reserve(static_cast<std::size_t>(owners));
     for (int owner = 0; owner < owners; ++owner) {
       siblings.push_back(eventWith(builder, events));
     }
