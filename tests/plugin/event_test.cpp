@@ -98,7 +98,7 @@ TEST_F(JsonEvent, TextsEndAtTheirFirstZeroByte) {
 
 TEST_F(JsonEvent, TextsAreWholeWhateverTheirLength) {
   // Around 13 bytes, where RapidJSON stops keeping texts inside the value, and around 256.
-  for (const std::size_t length : {0, 1, 12, 13, 14, 255, 256, 257, 70000}) {
+  for (const std::size_t length : {0U, 1U, 12U, 13U, 14U, 255U, 256U, 257U, 70000U}) {
     const std::string text(length, 'x');
     LoadedPlugin::Reader reader = readLog(logOfEvent("identifier:\"" + text + "\""));
     EXPECT_NE(output(*reader).find("\"identifier\": \"" + text + "\","), std::string::npos)
