@@ -44,12 +44,10 @@ std::size_t countEvents(const EventVector* events) {
 }
 
 template <typename Visit>
-void forEachMessage(const Log& log, const Visit& visit) {
-  for (const ChunkBuffer& chunk : log.chunks) {
-    if (const auto* messages = schema::GetProfileLog(chunk->data())->messages()) {
-      for (const schema::Message* message : *messages) {
-        visit(*message);
-      }
+void forEachMessage(const ChunkBuffer::element_type& chunk, const Visit& visit) {
+  if (const auto* messages = schema::GetProfileLog(chunk.data())->messages()) {
+    for (const schema::Message* message : *messages) {
+      visit(*message);
     }
   }
 }
@@ -65,11 +63,11 @@ const Log& benchLog() {
         break;
       }
       read.bytes += chunk->capacity();
+      forEachMessage(*chunk, [&](const schema::Message& message) {
+        read.events += countEvents(message.profilingEvents());
+      });
       read.chunks.push_back(std::move(chunk));
     }
-    forEachMessage(read, [&](const schema::Message& message) {
-      read.events += countEvents(message.profilingEvents());
-    });
     return read;
   }();
   return log;
@@ -88,11 +86,14 @@ void buildDocument(const Log& log) {
   TextStore texts;
   ValueBuilder builder(texts);
   rapidjson::Value messages(rapidjson::kArrayType);
-  texts.startChunk();
-  forEachMessage(log, [&](const schema::Message& message) {
-    rapidjson::Value value = builder.build([&](ValueBuilder& out) { messageToJson(message, out); });
-    messages.PushBack(value, g_jsonDocument.GetAllocator());
-  });
+  for (const ChunkBuffer& chunk : log.chunks) {
+    texts.startChunk(chunk->data());
+    forEachMessage(*chunk, [&](const schema::Message& message) {
+      rapidjson::Value value =
+          builder.build([&](ValueBuilder& out) { messageToJson(message, out); });
+      messages.PushBack(value, g_jsonDocument.GetAllocator());
+    });
+  }
   g_jsonDocument.PushBack(messages, g_jsonDocument.GetAllocator());
 }
 
@@ -156,9 +157,11 @@ void averageStage(benchmark::State& state) {
   const Log& log = benchLog();
   std::list<std::string> strings;
   std::vector<std::vector<EventNode>> executions;
-  forEachMessage(log, [&](const schema::Message& message) {
-    executions.push_back(decodeEvents(message.profilingEvents(), strings));
-  });
+  for (const ChunkBuffer& chunk : log.chunks) {
+    forEachMessage(*chunk, [&](const schema::Message& message) {
+      executions.push_back(decodeEvents(message.profilingEvents(), strings));
+    });
+  }
   for (auto _ : state) {
     EventAverager averager;
     for (const auto& events : executions) {

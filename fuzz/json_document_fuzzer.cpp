@@ -23,8 +23,10 @@ using vyn::profiling::g_jsonDocument;
 // one that is too slow to search through.
 constexpr std::size_t kMaxText = 64 * 1024 * 1024;  // bytes
 
-void checkMessageText(const vyn::profiling::schema::Message& message) {
-  vyn::profiling::TextStore texts;
+constexpr std::size_t kSmallChange = 4096;  // bytes of the document that any chunk may take
+
+void checkMessageText(const vyn::profiling::schema::Message& message,
+                      vyn::profiling::TextStore& texts) {
   vyn::profiling::ValueBuilder builder(texts);
   const rapidjson::Value value = builder.build(
       [&](vyn::profiling::ValueBuilder& out) { vyn::profiling::messageToJson(message, out); });
@@ -50,11 +52,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (!vyn::profiling::isSoundChunk(chunk.data(), chunk.size())) {
     return 0;
   }
+  vyn::profiling::TextStore texts;
+  texts.startChunk(chunk.data());
   if (const auto* messages = vyn::profiling::schema::GetProfileLog(chunk.data())->messages()) {
     for (const auto* message : *messages) {
-      checkMessageText(*message);
+      checkMessageText(*message, texts);
     }
   }
+  // Each four bytes can name an event of at most 176 bytes; texts are copied once.
+  check(g_jsonDocument.GetAllocator().Size() <= kSmallChange + 45 * size,
+        "the document's memory is in proportion to the chunk");
   g_jsonDocument.GetAllocator().Clear();
   return 0;
 }

@@ -37,7 +37,7 @@ bool VynProfileLogReaderJSON::readChunksToJson(ChunkStream& chunks, rapidjson::V
     if (!m_flatBufferReader.load(chunk)) {
       return false;
     }
-    texts.startChunk();
+    texts.startChunk(chunk->data());
     if (!m_metadataAdded) {
       addMetadataToJson(builder);
     }

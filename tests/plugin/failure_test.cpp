@@ -56,7 +56,7 @@ TEST_F(JsonFailure, CutSecondChunkGivesTheSameAnswerEveryTime) {
 }
 
 TEST_F(JsonFailure, PartialLengthAtTheEndIsTheEnd) {
-  for (int rest = 1; rest <= 3; ++rest) {
+  for (std::size_t rest = 1; rest <= 3; ++rest) {
     const auto reader = readLog(logOf({kGoodChunk}) + std::string(rest, '\x01'));
   }
 }
