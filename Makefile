@@ -1,11 +1,12 @@
 # Thin doors to the scripts and presets; every target does its own set-up.
 
-.PHONY: help setup build demo test bench bench-check clean
+.PHONY: help setup build demo test bench bench-check fuzz clean
 
 help:
 	@echo "make demo   build, make a sample log and turn it into JSON"
 	@echo "make test   build and run the tests"
 	@echo "make bench  measure speed and memory"
+	@echo "make fuzz   search for inputs that break the readers, FUZZ_SECONDS a target"
 	@echo "make build  build the release preset"
 	@echo "make clean  remove what was built"
 
@@ -26,6 +27,10 @@ bench: setup
 
 bench-check: setup
 	@scripts/bench --check
+
+fuzz:
+	@scripts/setup fuzz
+	@scripts/fuzz
 
 clean:
 	rm -rf build demo
