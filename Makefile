@@ -1,12 +1,13 @@
 # Thin doors to the scripts and presets; every target does its own set-up.
 
-.PHONY: help setup build demo test bench bench-check fuzz clean
+.PHONY: help setup build demo test bench bench-check fuzz test-damage clean
 
 help:
 	@echo "make demo   build, make a sample log and turn it into JSON"
 	@echo "make test   build and run the tests"
 	@echo "make bench  measure speed and memory"
 	@echo "make fuzz   search for inputs that break the readers, FUZZ_SECONDS a target"
+	@echo "make test-damage   read a log in every damaged form, under the sanitizers"
 	@echo "make build  build the release preset"
 	@echo "make clean  remove what was built"
 
@@ -31,6 +32,9 @@ bench-check: setup
 fuzz:
 	@scripts/setup fuzz
 	@scripts/fuzz
+
+test-damage: setup
+	@scripts/test-damage
 
 clean:
 	rm -rf build demo

@@ -1,7 +1,10 @@
 #include "both_readers.h"
 
+#include <filesystem>
+
 #include "check.h"
 #include "core/vyn_profile_log_reader.h"
+#include "document_size.h"
 #include "json/json_document.h"
 #include "json/vyn_profile_log_reader_json.h"
 #include "quiet_streams.h"
@@ -44,6 +47,8 @@ Verdict readWithBoth(const std::string& logPath) {
     profiling::g_writeSingleObject = true;
     check(json.generateOutput("/dev/null"), "what the JSON reader read can be written");
   }
+  check(isInProportion(g_jsonDocument.GetAllocator().Size(), std::filesystem::file_size(logPath)),
+        "the document's memory is in proportion to the log");
   g_jsonDocument.SetArray();
   g_jsonDocument.GetAllocator().Clear();
   return {isSound, base.count()};

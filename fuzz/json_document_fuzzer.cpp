@@ -9,6 +9,7 @@
 
 #include "check.h"
 #include "document_check.h"
+#include "document_size.h"
 #include "input/chunk_verifier.h"
 #include "json/document_writer.h"
 #include "json/json_document.h"
@@ -22,8 +23,6 @@ using vyn::profiling::g_jsonDocument;
 // What events that share their sub-events may unfold to; the verifier keeps it below a bound, but
 // one that is too slow to search through.
 constexpr std::size_t kMaxText = 64 * 1024 * 1024;  // bytes
-
-constexpr std::size_t kSmallChange = 4096;  // bytes of the document that any chunk may take
 
 void checkMessageText(const vyn::profiling::schema::Message& message,
                       vyn::profiling::TextStore& texts) {
@@ -59,8 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       checkMessageText(*message, texts);
     }
   }
-  // Each four bytes can name an event of at most 176 bytes; texts are copied once.
-  check(g_jsonDocument.GetAllocator().Size() <= kSmallChange + 45 * size,
+  check(vyn::fuzz::isInProportion(g_jsonDocument.GetAllocator().Size(), size),
         "the document's memory is in proportion to the chunk");
   g_jsonDocument.GetAllocator().Clear();
   return 0;
