@@ -17,6 +17,7 @@ struct SoundPart {
   std::uint64_t messages = 0;
   std::uint64_t bytes = 0;
   bool isWholeLog = false;
+  bool isUnreadable = false;  // behind it
 };
 
 std::uint64_t messageCount(const profiling::ChunkBuffer& chunk) {
@@ -29,6 +30,7 @@ SoundPart findSoundPart(const std::string& path) {
   profiling::ChunkStream stream(path);
   while (const profiling::ChunkBuffer chunk = stream.next()) {
     if (!profiling::isSoundChunk(chunk->data(), chunk->capacity())) {
+      part.isUnreadable = stream.hasFailed();
       return part;
     }
     ++part.chunks;
@@ -50,6 +52,9 @@ std::string diagnoseLog(const LogFile& log) {
     return "the log is damaged; write it to a file and read that to learn where";
   }
   const SoundPart part = findSoundPart(log.path);
+  if (part.isUnreadable) {
+    return "cannot be read whole; check the disk, or copy the log again";
+  }
   if (part.isWholeLog) {
     return "the reader refused it though its chunks are sound; see the reader's own message";
   }

@@ -65,7 +65,7 @@ std::string VynProfileLogReader::getHeaderDetails() {
     return {};
   }
   details << "Time Scale: " << static_cast<double>(m_timeScale) << "\n";
-  // Both values share one line; scripts cut it at these labels.
+  // Both values share one line: that is the form that consumers of this text know.
   details << "Epoch Timestamp: " << m_epochTime
           << " Steady Clock Timestamp: " << m_steadyClockTimestamp << "\n";
   details << "Generated using: \n";

@@ -21,6 +21,9 @@ class ChunkStream {
 
   bool isOpen() const { return m_file.is_open(); }
 
+  /// The system could not read the file; next() has then ended the log as a damaged one.
+  bool hasFailed() const { return m_file.bad(); }
+
   /// The next chunk, or null at the end of the file, which a length of less than 4 bytes is too.
   /// A chunk that the file cuts short holds the bytes that are there; one whose announced length
   /// no chunk can have is empty. Throws std::bad_alloc when there is no memory for the chunk.

@@ -24,10 +24,10 @@ bool initializeLogging(LogCallback callback, std::int32_t maxLevel) {
   if (g_currentLogger != 0) {
     eraseLogger(g_currentLogger);
   }
-  g_currentLogger = 0;
   std::uint64_t status = 0;
   const std::shared_ptr<Logger> logger(new (std::nothrow) Logger(callback, maxLevel, &status));
   if (status != 0) {
+    g_currentLogger = 0;
     return false;
   }
   // Without memory for a logger, logging stays off and callers go on as if it were on.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <memory>
 #include <new>
 
 #include "log/logger_registry.h"
@@ -92,6 +93,13 @@ TEST(AllocationFailure, IsNeverTakenForSuccess) {
   log::terminateLogging();
   EXPECT_GE(refused, 2);  // the chunk's buffer and its owner
   EXPECT_GT(thrown, 20);  // memory that runs out while decoding is the host's to deal with
+}
+
+TEST(AllocationFailure, LeavesNoHalfMadeReader) {
+  const std::string path(100, 'p');
+  g_allocationsLeft = 1;  // for the object; its copy of the path finds none
+  EXPECT_THROW(std::make_unique<OpenReader>(path), std::bad_alloc);
+  g_allocationsLeft = -1;
 }
 
 }  // namespace

@@ -36,8 +36,24 @@ TEST_F(ReadFailure, EmptyLogIsNone) {
 }
 
 TEST_F(ReadFailure, PartOfALengthAtTheEndIsNone) {
-  OpenReader reader(m_folder.add("run.log", logOf({chunkOf({message("5", 1, 7)})}) + "\x01\x02"));
-  EXPECT_TRUE(reader.readInputFile(false));
+  for (std::size_t rest = 1; rest <= 3; ++rest) {
+    OpenReader reader(m_folder.add(
+        "run.log", logOf({chunkOf({message("5", 1, 7)})}) + std::string(rest, '\x01')));
+    EXPECT_TRUE(reader.readInputFile(false));
+    EXPECT_EQ(reader.m_deInitTime, 7U);
+  }
+}
+
+TEST_F(ReadFailure, ChunkWithoutHeaderAndMessagesIsPassedOver) {
+  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  OpenReader reader(m_folder.add("run.log", logOf({"{}", chunkOf({message("5", 1, 7)})})));
+  const std::string printed = printedBy([&] { EXPECT_TRUE(reader.readInputFile(false)); });
+  log::terminateLogging();
+  const std::string noHeader = "<ms> [ DEBUG ] hdr is nullptr\n";
+  const std::string noMore =
+      "<ms> [ DEBUG ] profiling::FlatBufferReaderUtil no more messages! (Message Counter: ";
+  const std::string end = "<ms> [ DEBUG ] profiling::VynProfileLogReader reached EOF!\n";
+  EXPECT_EQ(printed, noHeader + noMore + "0)\n" + end + noHeader + noMore + "1)\n" + end);
   EXPECT_EQ(reader.m_deInitTime, 7U);
 }
 

@@ -97,6 +97,29 @@ TEST_F(SingleMessages, UnknownMethodsAreLoggedAndSkipped) {
   EXPECT_EQ(m_printed, line + line + line + line);
 }
 
+class RecordingReader : public OpenReader {
+ public:
+  using OpenReader::OpenReader;
+
+  bool processNextMessage() override {
+    m_results.push_back(OpenReader::processNextMessage());
+    return m_results.back();
+  }
+
+  std::vector<bool> m_results;
+};
+
+TEST_F(SingleMessages, OnlyTakenOnesAreAnsweredWithTrue) {
+  const std::string rejected = "{header:{},appMetrics:{},method:5,visibilityLevel:9}";
+  const std::string nameless = "{header:{},appMetrics:{},method:1}";
+  RecordingReader reader(
+      m_folder.add("run.log", logOf({chunkOf({message("5", 1, 1), rejected, message("6", 1, 1),
+                                              message("0", 1, 1), nameless})})),
+      5);
+  ASSERT_TRUE(reader.readInputFile(false));
+  EXPECT_EQ(reader.m_results, (std::vector<bool>{true, false, true, false, false, false}));
+}
+
 TEST_F(SingleMessages, NextMessageTellsWhatBecameOfIt) {
   OpenReader reader;
   ASSERT_TRUE(log::initializeLogging(nullptr, 5));

@@ -44,6 +44,14 @@ TEST_P(FatalSignalTest, RemovesTheTempFileAndKeepsTheOldOutput) {
 INSTANTIATE_TEST_SUITE_P(Signals, FatalSignalTest, testing::Values(SIGINT, SIGTERM, SIGHUP),
                          [](const auto& signal) { return sigabbrev_np(signal.param); });
 
+TEST_F(InterruptionTest, AKilledProgramLeavesTheOldOutput) {
+  RunningProgram program(call({"pipe", "-o", "out.json"}));
+  waitForTempFile();
+  program.send(SIGKILL);
+  EXPECT_EQ(program.wait().signal, SIGKILL);
+  EXPECT_EQ(read("out.json"), "old");
+}
+
 TEST_F(InterruptionTest, AnIgnoredSignalStaysIgnored) {
   ProgramCall shell = call({"pipe", "-o", "out.json"});
   shell.words.insert(shell.words.begin(), {"/bin/sh", "-c", "trap '' HUP; exec \"$0\" \"$@\""});

@@ -85,6 +85,31 @@ TEST_F(JsonFailure, MessageWithoutMetricsMakesItsChunkCorrupt) {
   expectReadFailure(framed(withoutField(kGoodChunk, 2)));
 }
 
+TEST_F(JsonFailure, OneMessageWithoutHeaderMakesTheSoundOnesCorruptToo) {
+  // Sound ones have a vtable of their own, for their graph's name.
+  const std::string sound = "{header:{},appMetrics:{},graphName:\"net\"}";
+  const std::string chunk = "{messages:[" + sound + ",{header:{},appMetrics:{}}," + sound + "]}";
+  readLog(logOf({chunk}));
+  expectReadFailure(framed(withoutField(chunk, 0)));
+  expectReadFailure(framed(withoutField(chunk, 2)));
+}
+
+TEST_F(JsonFailure, UnalignedChunkIsReadLikeAnAlignedOne) {
+  // Everything behind the root offset moved by one byte.
+  const std::string json =
+      "{header:{epochTime:5},messages:[{header:{timestamp:6},appMetrics:{stopMem:7},"
+      "profilingEvents:[{identifier:\"a text of some length\",valueType:5,doubleValue:0.25}]}]}";
+  std::string chunk = chunkBytes(json);
+  chunk.insert(4, 1, '\0');
+  ++chunk[0];
+  const auto reader = readLog(framed(chunk));
+  const std::string document = output(*reader);
+  for (const std::string part : {"\"epochTime\": 5", "\"timestamp\": 6", "\"stopMem\": 7",
+                                 "\"identifier\": \"a text of some length\"", "\"value\": 0.25"}) {
+    EXPECT_NE(document.find(part), std::string::npos) << part;
+  }
+}
+
 TEST_F(JsonFailure, EmptyOutputName) {
   const auto reader = readLog(logOf({kGoodChunk}));
   const std::string printed = printedBy([&] { EXPECT_FALSE(reader->generateOutput("")); });

@@ -105,7 +105,14 @@ TEST_F(HeaderDetails, AreEmptyForALogWithoutHeader) { EXPECT_EQ(detailsOf({"{}"}
 
 TEST_F(HeaderDetails, YearThatHasNoTextGivesNothing) {
   // Year 10000 and later do not fit into the calendar text.
-  EXPECT_EQ(detailsOf({"{header:{epochTime:18446744073709551615}}"}), "");
+  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  std::string details = "some";
+  const std::string printed =
+      test::printedBy([&] { details = detailsOf({"{header:{epochTime:18446744073709551615}}"}); });
+  log::terminateLogging();
+  EXPECT_EQ(details, "");
+  EXPECT_EQ(printed.find("vailable"), std::string::npos);
+  EXPECT_EQ(printed.find("ERROR"), std::string::npos);
 }
 
 TEST_F(HeaderDetails, NumbersArePlainInAGroupingLocale) {

@@ -1,0 +1,155 @@
+// Calls of the system that fail, by a library loaded in front of all others (fault_shim.cpp).
+
+#include <cerrno>
+#include <csignal>
+
+#include "host/host_fixture.h"
+
+namespace vyn::test {
+namespace {
+
+using testing::AnyOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr int kOneByte = 0;  // reads and writes of one byte instead of an error
+
+struct Fault {
+  std::string call;
+  std::string path;
+  int error;
+  int first = 1;
+};
+
+class FaultTest : public HostTest {
+ protected:
+  FaultTest() {
+    write("run.log", smallLog());
+    write("out.json", "old");
+  }
+
+  ProgramResult runWith(const Fault& fault, std::vector<std::string> arguments) const {
+    ProgramCall faulted = call(std::move(arguments));
+    faulted.environment.insert(
+        faulted.environment.end(),
+        {std::string("LD_PRELOAD=") + VYN_FAULT_SHIM, "ASAN_OPTIONS=verify_asan_link_order=0",
+         "VYN_FAULT_CALL=" + fault.call, "VYN_FAULT_PATH=" + fault.path,
+         "VYN_FAULT_FIRST=" + std::to_string(fault.first),
+         "VYN_FAULT_ERROR=" + std::to_string(fault.error)});
+    return runProgram(faulted);
+  }
+
+  std::string document() const {
+    EXPECT_THAT(run({"run.log", "-o", "expected.json"}), SucceedsQuietly());
+    std::string text = read("expected.json");
+    std::filesystem::remove(directory() / "expected.json");
+    return text;
+  }
+
+  void expectOldOutput() const {
+    EXPECT_EQ(read("out.json"), "old");
+    EXPECT_THAT(names(), ElementsAre("out.json", "run.log"));
+  }
+};
+
+TEST_F(FaultTest, ReadsOfOneByteGiveTheSameDocument) {
+  EXPECT_THAT(runWith({"read", "run.log", kOneByte}, {"run.log", "-o", "out.json"}),
+              SucceedsQuietly());
+  EXPECT_EQ(read("out.json"), document());
+}
+
+TEST_F(FaultTest, InterruptedReadsGiveTheSameDocument) {
+  EXPECT_THAT(runWith({"read", "run.log", EINTR}, {"run.log", "-o", "out.json"}),
+              SucceedsQuietly());
+  EXPECT_EQ(read("out.json"), document());
+}
+
+TEST_F(FaultTest, WritesOfOneByteGiveTheSameDocument) {
+  EXPECT_THAT(runWith({"write", "out.json", kOneByte}, {"run.log", "-o", "out.json"}),
+              SucceedsQuietly());
+  EXPECT_EQ(read("out.json"), document());
+}
+
+TEST_F(FaultTest, InterruptedWritesGiveTheSameDocument) {
+  EXPECT_THAT(runWith({"write", "out.json", EINTR}, {"run.log", "-o", "out.json"}),
+              SucceedsQuietly());
+  EXPECT_EQ(read("out.json"), document());
+}
+
+TEST_F(FaultTest, ReadErrorsOfTheLogAreNamed) {
+  const std::string line = "run.log: cannot be read whole; check the disk, or copy the log again";
+  for (const std::string reader : {"json", "summary"}) {
+    EXPECT_THAT(
+        runWith({"read", "run.log", EIO}, {"run.log", "-o", "out.json", "--reader", reader}),
+        FailsWith(line));
+    expectOldOutput();
+  }
+}
+
+struct WriteError {
+  int error;
+  std::string explanation;
+};
+
+TEST_F(FaultTest, WriteErrorsOfTheOutputAreNamed) {
+  const std::vector<WriteError> errors = {
+      {ENOSPC, "disk full; free some space or choose another place"},
+      {EDQUOT, "disk full; free some space or choose another place"},
+      {EIO, "Input/output error; check the file and its place"},
+      {EPIPE, "closed before the output was complete; keep its reader running"}};
+  for (const auto& [error, explanation] : errors) {
+    for (const std::string reader : {"json", "summary"}) {
+      const ProgramResult result =
+          runWith({"write", "out.json", error}, {"run.log", "-o", "out.json", "--reader", reader});
+      EXPECT_THAT(result, FailsWith("out.json: " + explanation)) << reader;
+      expectOldOutput();
+    }
+  }
+}
+
+TEST_F(FaultTest, LateErrorsKeepTheOldOutput) {
+  const std::string explanation = "out.json: Input/output error; check the file and its place";
+  EXPECT_THAT(runWith({"close", "out.json", EIO}, {"run.log", "-o", "out.json"}),
+              FailsWith(explanation));
+  expectOldOutput();
+  EXPECT_THAT(runWith({"rename", "out.json", EIO}, {"run.log", "-o", "out.json"}),
+              FailsWith(explanation));
+  expectOldOutput();
+  EXPECT_THAT(
+      runWith({"fsync", "out.json", EIO}, {"run.log", "-o", "out.json", "--reader", "summary"}),
+      FailsWith(explanation));
+  expectOldOutput();
+}
+
+class MemoryFaultTest : public FaultTest, public testing::WithParamInterface<std::string> {};
+
+// From the opening of the log on, the n-th request for memory fails, for every n until none does.
+TEST_P(MemoryFaultTest, IsSaidAndLeavesTheOldOutput) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the address sanitizer hands out the memory";
+#endif
+  int failures = 0;
+  for (int first = 1;; ++first) {
+    const ProgramResult result = runWith({"memory", "run.log", ENOMEM, first},
+                                         {"run.log", "-o", "out.json", "--reader", GetParam()});
+    ASSERT_EQ(result.signal, 0) << first;
+    if (result.exitStatus == 0) {
+      break;
+    }
+    ASSERT_EQ(result.exitStatus, 1) << first;
+    // What the reader noticed itself it has said itself.
+    ASSERT_THAT(result.errors,
+                AnyOf(HasSubstr("not enough memory; "), HasSubstr("not enough memory to read it; "),
+                      HasSubstr("see the reader's own message")))
+        << first;
+    expectOldOutput();
+    ++failures;
+  }
+  EXPECT_GT(failures, 5);
+}
+
+INSTANTIATE_TEST_SUITE_P(Readers, MemoryFaultTest, testing::Values("json", "summary"),
+                         [](const auto& reader) { return reader.param; });
+
+}  // namespace
+}  // namespace vyn::test
