@@ -71,13 +71,13 @@ TEST_P(SpecialLogTest, LittleMemoryIsSaidAndLeavesNothing) {
 #endif
   const std::string chunk = smallLog();
   std::string log;
-  for (int i = 0; i < 100'000; ++i) {
+  for (int i = 0; i < 150'000; ++i) {
     log += chunk;
   }
   write("run.log", log);
   int refused = 0;
   bool isTaken = false;
-  for (int limit = 40'000; !isTaken; limit += 10'000) {  // KiB
+  for (int limit = 16'000; !isTaken; limit += 10'000) {  // KiB
     const ProgramResult result =
         runInShell("ulimit -v " + std::to_string(limit) + "; exec \"$0\" \"$@\"",
                    {"run.log", "-o", "out.txt", "--reader", GetParam()});
