@@ -106,6 +106,9 @@ class RecordingReader : public OpenReader {
     return m_results.back();
   }
 
+  const std::vector<bool>& results() const { return m_results; }
+
+ private:
   std::vector<bool> m_results;
 };
 
@@ -117,7 +120,7 @@ TEST_F(SingleMessages, OnlyTakenOnesAreAnsweredWithTrue) {
                                               message("0", 1, 1), nameless})})),
       5);
   ASSERT_TRUE(reader.readInputFile(false));
-  EXPECT_EQ(reader.m_results, (std::vector<bool>{true, false, true, false, false, false}));
+  EXPECT_EQ(reader.results(), (std::vector<bool>{true, false, true, false, false, false}));
 }
 
 TEST_F(SingleMessages, NextMessageTellsWhatBecameOfIt) {
