@@ -70,7 +70,7 @@ ssize_t transfer(const char* call, int descriptor, size_t size, const Transfer& 
 
 bool g_memoryCounts = false;
 
-bool memoryFails() {
+[[maybe_unused]] bool memoryFails() {
   static bool hasFailed = false;
   if (!g_memoryCounts || hasFailed || !isDue()) {
     return false;

@@ -1,5 +1,6 @@
 // The log header: saved once, and told as text.
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -11,6 +12,20 @@
 #include "support/captured_output.h"
 #include "support/json_log.h"
 #include "support/temp_folder.h"
+
+namespace {
+
+bool g_calendarFails = false;
+
+}  // namespace
+
+// Stands before the C library's, whose calendar reaches further than a log's times.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): its names are reserved
+extern "C" std::tm* localtime_r(const std::time_t* seconds, std::tm* calendar) noexcept {
+  static const auto original =
+      reinterpret_cast<decltype(&localtime_r)>(dlsym(RTLD_NEXT, "localtime_r"));
+  return g_calendarFails ? nullptr : original(seconds, calendar);
+}
 
 namespace vyn::profiling {
 namespace {
@@ -113,6 +128,19 @@ TEST_F(HeaderDetails, YearThatHasNoTextGivesNothing) {
   EXPECT_EQ(details, "");
   EXPECT_EQ(printed.find("vailable"), std::string::npos);
   EXPECT_EQ(printed.find("ERROR"), std::string::npos);
+}
+
+TEST_F(HeaderDetails, TimeWithoutACalendarFormIsLeftOut) {
+  g_calendarFails = true;
+  const std::string details = detailsOf({kExample});
+  g_calendarFails = false;
+  EXPECT_EQ(details,
+            "Input Log File Location: /data/run.log\n"
+            "Time Scale: 1\n"
+            "Epoch Timestamp: 1700000000000000 Steady Clock Timestamp: 123456\n"
+            "Generated using: \n"
+            "vyn-profile-viewer <version>\n"
+            "vyn-net-run        2.0.0\n");
 }
 
 TEST_F(HeaderDetails, NumbersArePlainInAGroupingLocale) {
