@@ -1,6 +1,6 @@
 # Thin doors to the scripts and presets; every target does its own set-up.
 
-.PHONY: help setup build demo test bench bench-check fuzz test-damage clean
+.PHONY: help setup build demo test bench bench-check fuzz test-damage test-valgrind coverage check-abi clean
 
 help:
 	@echo "make demo   build, make a sample log and turn it into JSON"
@@ -8,6 +8,9 @@ help:
 	@echo "make bench  measure speed and memory"
 	@echo "make fuzz   search for inputs that break the readers, FUZZ_SECONDS a target"
 	@echo "make test-damage   read a log in every damaged form, under the sanitizers"
+	@echo "make test-valgrind run the tests under valgrind"
+	@echo "make coverage      lines and branches of src/ that the tests reach"
+	@echo "make check-abi     compare the plug-ins' binary interface with its baseline"
 	@echo "make build  build the release preset"
 	@echo "make clean  remove what was built"
 
@@ -23,10 +26,12 @@ demo: build
 test: build
 	@ctest --preset release
 
-bench: setup
+bench:
+	@scripts/setup bench
 	@scripts/bench
 
-bench-check: setup
+bench-check:
+	@scripts/setup bench
 	@scripts/bench --check
 
 fuzz:
@@ -35,6 +40,18 @@ fuzz:
 
 test-damage: setup
 	@scripts/test-damage
+
+test-valgrind:
+	@scripts/setup valgrind
+	@scripts/test-valgrind
+
+coverage:
+	@scripts/setup coverage
+	@scripts/coverage
+
+check-abi:
+	@scripts/setup abi
+	@scripts/check-abi
 
 clean:
 	rm -rf build demo
