@@ -1,19 +1,16 @@
-// The stages of the JSON path one by one, on the log that VYN_BENCH_LOG names.
+// The stages of the JSON path one by one, on the log that VYN_BENCH_LOG names, into the file that
+// VYN_BENCH_OUTPUT names.
 
-#include <benchmark/benchmark.h>
-
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
-#include <list>
-#include <ostream>
+#include <fstream>
 #include <streambuf>
 #include <string>
-#include <vector>
 
-#include "input/chunk_stream.h"
+#include "bench_log.h"
 #include "input/chunk_verifier.h"
-#include "input/event_averager.h"
-#include "input/event_decoder.h"
-#include "input/flat_buffer_reader_util.h"
+#include "json/block_output_stream.h"
 #include "json/document_writer.h"
 #include "json/json_document.h"
 #include "json/message_to_json.h"
@@ -21,68 +18,26 @@
 namespace vyn::profiling {
 namespace {
 
-class NullBuffer : public std::streambuf {
+// Takes everything and keeps its length.
+class CountingBuffer : public std::streambuf {
+ public:
+  std::streamsize length() const { return m_length; }
+
  protected:
-  std::streamsize xsputn(const char* /*text*/, std::streamsize length) override { return length; }
-  int overflow(int character) override { return character; }
+  std::streamsize xsputn(const char* /*text*/, std::streamsize length) override {
+    m_length += length;
+    return length;
+  }
+  int overflow(int character) override {
+    ++m_length;
+    return character;
+  }
+
+ private:
+  std::streamsize m_length = 0;
 };
 
-struct Log {
-  std::vector<ChunkBuffer> chunks;
-  std::size_t bytes = 0;
-  std::size_t events = 0;
-};
-
-std::size_t countEvents(const EventVector* events) {
-  std::size_t count = 0;
-  if (events != nullptr) {
-    for (const schema::Event* event : *events) {
-      count += 1 + countEvents(event->subEvents());
-    }
-  }
-  return count;
-}
-
-template <typename Visit>
-void forEachMessage(const ChunkBuffer::element_type& chunk, const Visit& visit) {
-  if (const auto* messages = schema::GetProfileLog(chunk.data())->messages()) {
-    for (const schema::Message* message : *messages) {
-      visit(*message);
-    }
-  }
-}
-
-const Log& benchLog() {
-  static const Log log = [] {
-    const char* path = std::getenv("VYN_BENCH_LOG");
-    Log read;
-    ChunkStream chunks(path != nullptr ? path : "");
-    while (chunks.isOpen()) {
-      ChunkBuffer chunk = chunks.next();
-      if (chunk == nullptr || !isSoundChunk(chunk->data(), chunk->capacity())) {
-        break;
-      }
-      read.bytes += chunk->capacity();
-      forEachMessage(*chunk, [&](const schema::Message& message) {
-        read.events += countEvents(message.profilingEvents());
-      });
-      read.chunks.push_back(std::move(chunk));
-    }
-    return read;
-  }();
-  return log;
-}
-
-void report(benchmark::State& state, const Log& log) {
-  if (log.chunks.empty()) {
-    state.SkipWithError("VYN_BENCH_LOG names no profiling log");
-  }
-  const auto iterations = static_cast<std::int64_t>(state.iterations());
-  state.SetBytesProcessed(iterations * static_cast<std::int64_t>(log.bytes));
-  state.SetItemsProcessed(iterations * static_cast<std::int64_t>(log.events));
-}
-
-void buildDocument(const Log& log) {
+void buildDocument(const BenchLog& log) {
   TextStore texts;
   ValueBuilder builder(texts);
   rapidjson::Value messages(rapidjson::kArrayType);
@@ -103,75 +58,83 @@ void clearDocument() {
 }
 
 void readStage(benchmark::State& state) {
-  const Log& log = benchLog();
+  const BenchLog& log = benchLog();
   for (auto _ : state) {
     ChunkStream chunks(std::getenv("VYN_BENCH_LOG"));
     while (const ChunkBuffer chunk = chunks.next()) {
       benchmark::DoNotOptimize(chunk->data());
     }
   }
-  report(state, log);
+  reportRates(state, log);
 }
 BENCHMARK(readStage)->Name("read")->Unit(benchmark::kMillisecond);
 
 void verifyStage(benchmark::State& state) {
-  const Log& log = benchLog();
+  const BenchLog& log = benchLog();
   for (auto _ : state) {
     for (const ChunkBuffer& chunk : log.chunks) {
       benchmark::DoNotOptimize(isSoundChunk(chunk->data(), chunk->capacity()));
     }
   }
-  report(state, log);
+  reportRates(state, log);
 }
 BENCHMARK(verifyStage)->Name("verify")->Unit(benchmark::kMillisecond);
 
 void convertStage(benchmark::State& state) {
-  const Log& log = benchLog();
+  const BenchLog& log = benchLog();
   for (auto _ : state) {
     buildDocument(log);
     state.PauseTiming();
     clearDocument();
     state.ResumeTiming();
   }
-  report(state, log);
+  reportRates(state, log);
 }
 BENCHMARK(convertStage)->Name("convert")->Unit(benchmark::kMillisecond);
 
+void writeText(std::ostream& stream) {
+  BlockOutputStream text(stream);
+  DocumentWriter writer(text);
+  g_jsonDocument.Accept(writer);
+  text.writeBlock();
+}
+
 void textStage(benchmark::State& state) {
-  const Log& log = benchLog();
+  const BenchLog& log = benchLog();
   buildDocument(log);
-  NullBuffer nowhere;
+  CountingBuffer nowhere;
   std::ostream stream(&nowhere);
   for (auto _ : state) {
-    BlockOutputStream text(stream);
-    DocumentWriter writer(text);
-    g_jsonDocument.Accept(writer);
-    text.writeBlock();
+    writeText(stream);
   }
   clearDocument();
-  report(state, log);
+  reportRates(state, log);
 }
 BENCHMARK(textStage)->Name("text")->Unit(benchmark::kMillisecond);
 
-void averageStage(benchmark::State& state) {
-  const Log& log = benchLog();
-  std::list<std::string> strings;
-  std::vector<std::vector<EventNode>> executions;
-  for (const ChunkBuffer& chunk : log.chunks) {
-    forEachMessage(*chunk, [&](const schema::Message& message) {
-      executions.push_back(decodeEvents(message.profilingEvents(), strings));
-    });
-  }
+// As many bytes as the text has, in blocks as large, into a new file.
+void writeStage(benchmark::State& state) {
+  const BenchLog& log = benchLog();
+  buildDocument(log);
+  CountingBuffer nowhere;
+  std::ostream stream(&nowhere);
+  writeText(stream);
+  clearDocument();
+  const std::string block(BlockOutputStream::kBlockSize, 'x');
   for (auto _ : state) {
-    EventAverager averager;
-    for (const auto& events : executions) {
-      averager.add(events);
+    state.PauseTiming();
+    std::remove(benchOutput());
+    state.ResumeTiming();
+    std::ofstream file(benchOutput());
+    for (std::streamsize left = nowhere.length(); left > 0;) {
+      const auto size = std::min(left, static_cast<std::streamsize>(block.size()));
+      file.write(block.data(), size);
+      left -= size;
     }
-    benchmark::DoNotOptimize(averager.averages());
   }
-  report(state, log);
+  reportRates(state, log);
 }
-BENCHMARK(averageStage)->Name("average")->Unit(benchmark::kMillisecond);
+BENCHMARK(writeStage)->Name("write")->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace vyn::profiling

@@ -1,51 +1,49 @@
-"""Draws the charts of docs/performance.md as SVG, with nothing but text."""
+"""Draws the charts of docs/performance.md as SVG."""
 
 import os
 
+import matplotlib
+
+matplotlib.use("svg")
+# Shapes have the same names in each run, so that a chart changes with its figures only.
+matplotlib.rcParams["svg.hashsalt"] = "vyn-profile-viewer"
+# pylint: disable-next=wrong-import-position
+import matplotlib.pyplot as plt  # noqa: E402, after the choice of the back end
+
 from measure import MEGABYTE
 
-WIDTH, HEIGHT, LEFT, BOTTOM = 640, 320, 90, 60
-BAR_GAP = 0.35  # of a bar's slot
 
-
-def bar_chart(title, unit, bars):
-    """One bar for each (label, value)."""
-    top = max(value for _, value in bars) or 1
-    plot_width, plot_height = WIDTH - LEFT - 20, HEIGHT - BOTTOM - 50
-    slot = plot_width / len(bars)
-    parts = [
-        f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {HEIGHT}" '
-        'font-family="sans-serif" font-size="13">',
-        f'<rect width="{WIDTH}" height="{HEIGHT}" fill="white"/>',
-        f'<text x="{LEFT}" y="25" font-size="16">{title}</text>',
-        f'<line x1="{LEFT}" y1="{HEIGHT - BOTTOM}" x2="{WIDTH - 20}" y2="{HEIGHT - BOTTOM}" '
-        'stroke="black"/>',
-    ]
-    for index, (label, value) in enumerate(bars):
-        height = plot_height * value / top
-        x = LEFT + slot * (index + BAR_GAP / 2)
-        y = HEIGHT - BOTTOM - height
-        centre = x + slot * (1 - BAR_GAP) / 2
-        parts += [
-            f'<rect x="{x:.1f}" y="{y:.1f}" width="{slot * (1 - BAR_GAP):.1f}" '
-            f'height="{height:.1f}" fill="#3b6ea5"/>',
-            f'<text x="{centre:.1f}" y="{y - 6:.1f}" text-anchor="middle">{value:.3g} {unit}</text>',
-            f'<text x="{centre:.1f}" y="{HEIGHT - BOTTOM + 20}" text-anchor="middle">{label}</text>',
-        ]
-    return "\n".join(parts + ["</svg>\n"])
-
-
-def write(folder, name, chart):
-    with open(os.path.join(folder, name), "w", encoding="utf-8") as file:
-        file.write(chart)
+def save(figure, path):
+    figure.tight_layout()
+    figure.savefig(path, metadata={"Date": None})
+    plt.close(figure)
 
 
 def draw_stages(stages, folder):
-    """Milliseconds of each (stage, seconds) of one conversion."""
-    bars = [(name, seconds * 1000) for name, seconds in stages]
-    write(folder, "stages.svg", bar_chart("Time by stage, 100 MB log", "ms", bars))
+    """Milliseconds of each (stage, seconds) of one conversion, in their order."""
+    names = [name for name, _ in stages]
+    figure, axes = plt.subplots(figsize=(7, 3))
+    bars = axes.barh(names, [seconds * 1000 for _, seconds in stages])
+    axes.bar_label(bars, fmt="%.0f ms", padding=3)
+    axes.margins(x=0.15)
+    axes.invert_yaxis()
+    axes.set_xlabel("milliseconds")
+    axes.set_title("Time by stage, log of 100 MB")
+    save(figure, os.path.join(folder, "stages.svg"))
 
 
-def draw_growth(growth, folder):
-    bars = [(entry["name"], entry["peak"] / MEGABYTE) for entry in growth]
-    write(folder, "memory.svg", bar_chart("Peak memory by log", "MB", bars))
+def draw_memory(growth, folder):
+    """Peak memory against the size of the log, both axes logarithmic, one line for each reader."""
+    figure, axes = plt.subplots(figsize=(7, 3.5))
+    for reader, points in growth.items():
+        points = sorted(points)
+        axes.plot([size / MEGABYTE for size, _ in points], [peak / MEGABYTE for _, peak in points],
+                  marker="o", label=reader)
+    axes.set_xscale("log")
+    axes.set_yscale("log")
+    axes.set_xlabel("log, MB")
+    axes.set_ylabel("peak memory, MB")
+    axes.set_title("Memory by size of the log")
+    axes.grid(True, which="major", alpha=0.4)
+    axes.legend()
+    save(figure, os.path.join(folder, "memory.svg"))

@@ -15,6 +15,8 @@ class BlockOutputStream {
  public:
   using Ch = char;  // the name that RapidJSON looks for
 
+  static constexpr std::size_t kBlockSize = std::size_t{256} * 1024;  // bytes
+
   explicit BlockOutputStream(std::ostream& file)
       : m_file(file), m_block(std::make_unique<Block>()) {}
 
@@ -56,7 +58,6 @@ class BlockOutputStream {
   }
 
  private:
-  static constexpr std::size_t kBlockSize = std::size_t{256} * 1024;  // bytes
   using Block = std::array<char, kBlockSize>;
 
   std::ostream& m_file;
