@@ -51,7 +51,7 @@ def median(values):
 
 @dataclass
 class Ratio:
-    """Round by round, one program's figure over another's."""
+    """One program's figure over another's: of the medians, and the extremes of single rounds."""
 
     low: float
     middle: float
@@ -60,4 +60,4 @@ class Ratio:
     @classmethod
     def of(cls, values, others):
         ratios = [value / other for value, other in zip(values, others)]
-        return cls(min(ratios), median(ratios), max(ratios))
+        return cls(min(ratios), median(values) / median(others), max(ratios))
