@@ -1,5 +1,6 @@
 // Preloaded into a program to make its calls of the system fail. Told by the environment:
-//   VYN_FAULT_CALL    read, write, close, fsync, rename, or memory for malloc, calloc and realloc
+//   VYN_FAULT_CALL    read, write, close, fsync, rename, shrink for reads of a file that is cut to
+//                     1,000 bytes before them, or memory for malloc, calloc and realloc
 //   VYN_FAULT_PATH    text in the path of the files whose calls count; for memory, calls count from
 //                     the first opening of such a file on
 //   VYN_FAULT_FIRST   which of these calls, from 1 on, is the first to fail; memory fails only once
@@ -97,6 +98,11 @@ FILE* openCounted(const char* function, const char* path, const char* mode) {
 extern "C" {
 
 ssize_t read(int descriptor, void* bytes, size_t size) {
+  if (fails("shrink", descriptor)) {
+    char link[64];
+    snprintf(link, sizeof(link), "/proc/self/fd/%d", descriptor);
+    truncate(link, 1000);
+  }
   return transfer("read", descriptor, size,
                   [&](size_t count) { return syscall(SYS_read, descriptor, bytes, count); });
 }

@@ -13,6 +13,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr int kOneByte = 0;  // reads and writes of one byte instead of an error
+constexpr int kSecondRead = 2;
 
 struct Fault {
   std::string call;
@@ -82,6 +83,18 @@ TEST_F(FaultTest, ReadErrorsOfTheLogAreNamed) {
     EXPECT_THAT(
         runWith({"read", "run.log", EIO}, {"run.log", "-o", "out.json", "--reader", reader}),
         FailsWith(line));
+    expectOldOutput();
+  }
+}
+
+TEST_F(FaultTest, ALogThatShrinksWhileItIsReadIsDamaged) {
+  for (const std::string reader : {"json", "summary"}) {
+    write("run.log", logWithDocumentOver(1000000));
+    const ProgramResult result = runWith({"shrink", "run.log", kOneByte, kSecondRead},
+                                         {"run.log", "-o", "out.json", "--reader", reader});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.errors, HasSubstr("run.log: not a profiling log, or damaged from its first "
+                                         "chunk on; give a log that vyn-net-run wrote"));
     expectOldOutput();
   }
 }

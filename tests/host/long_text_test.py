@@ -1,0 +1,70 @@
+#!/usr/bin/env python3
+"""Reads a log whose only text has 715,827,883 bytes, the length from which on a writer that reserves
+six bytes for each, counted in 32 bits, would write past its buffer.
+
+Usage: long_text_test.py VIEWER FLATC SCHEMA
+"""
+
+import os
+import subprocess
+import sys
+import tempfile
+
+LENGTH = 715_827_883  # bytes
+BLOCK = b"x" * (1 << 20)
+MARK = "mark"
+CHUNK = '{messages:[{profilingEvents:[{identifier:"' + MARK + '"}],header:{},appMetrics:{}}]}'
+BEFORE = b'"identifier": "'
+AFTER = b'",\n                    "unit": "",'
+
+
+def fill(file, count):
+    for _ in range(count // len(BLOCK)):
+        file.write(BLOCK)
+    file.write(BLOCK[: count % len(BLOCK)])
+
+
+def write_log(folder, flatc, schema):
+    """A quotation mark, many x and a line feed as the identifier. flatc puts what it meets first at
+    the buffer's end, where it can grow without moving anything else."""
+    with open(os.path.join(folder, "chunk.json"), "w", encoding="ascii") as file:
+        file.write(CHUNK)
+    subprocess.run([flatc, "--binary", schema, "chunk.json"], cwd=folder, check=True)
+    with open(os.path.join(folder, "chunk.bin"), "rb") as file:
+        chunk = file.read()
+    start = chunk.index(len(MARK).to_bytes(4, "little") + MARK.encode() + b"\0")
+    assert chunk[start + 4 + len(MARK) :].strip(b"\0") == b"", "the text is not the buffer's end"
+    padding = -(LENGTH + 1) % 4
+    size = start + 4 + LENGTH + 1 + padding
+    with open(os.path.join(folder, "run.log"), "wb") as log:
+        log.write(size.to_bytes(4, "little") + chunk[:start] + LENGTH.to_bytes(4, "little") + b'"')
+        fill(log, LENGTH - 2)
+        log.write(b"\n\0" + bytes(padding))
+
+
+def check_document(path):
+    with open(path, "rb") as document:
+        head = document.read(4096)
+        document.seek(head.index(BEFORE) + len(BEFORE))
+        assert document.read(2) == b'\\"'
+        left = LENGTH - 2
+        while left > 0:
+            block = BLOCK[: min(left, len(BLOCK))]
+            assert document.read(len(block)) == block, f"differs {left} bytes before the text's end"
+            left -= len(block)
+        assert document.read(2) == b"\\n"
+        after = document.read(len(AFTER))
+        assert after == AFTER, after
+        assert document.read().endswith(b"]\n}\n")
+
+
+def main():
+    viewer, flatc, schema = sys.argv[1:]
+    with tempfile.TemporaryDirectory() as folder:
+        write_log(folder, flatc, schema)
+        subprocess.run([viewer, "run.log", "-o", "run.json"], cwd=folder, check=True)
+        check_document(os.path.join(folder, "run.json"))
+
+
+if __name__ == "__main__":
+    main()
