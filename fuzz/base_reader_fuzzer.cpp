@@ -6,6 +6,7 @@
 #include "core/vyn_profile_log_reader.h"
 #include "log_file.h"
 #include "quiet_streams.h"
+#include "time_limit.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (announcesFarTooMuch(data, size)) {
     return 0;
   }
+  const vyn::fuzz::TimeLimit limit(size);
   const vyn::fuzz::QuietOutput quiet;
   const vyn::fuzz::LogFile log(data, size);
   vyn::profiling::VynProfileLogReader reader(log.path(), vyn::profiling::VisibilityLevel{127});

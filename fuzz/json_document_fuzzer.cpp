@@ -14,6 +14,7 @@
 #include "json/document_writer.h"
 #include "json/json_document.h"
 #include "json/message_to_json.h"
+#include "time_limit.h"
 
 namespace {
 
@@ -47,6 +48,7 @@ void checkMessageText(const vyn::profiling::schema::Message& message,
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const vyn::fuzz::TimeLimit limit(size);
   const std::vector<std::uint8_t> chunk(data, data + size);  // of exactly the chunk's size
   if (!vyn::profiling::isSoundChunk(chunk.data(), chunk.size())) {
     return 0;
