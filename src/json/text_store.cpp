@@ -1,5 +1,6 @@
 #include "json/text_store.h"
 
+#include <cstddef>
 #include <cstring>
 
 #include "json/json_document.h"
@@ -26,8 +27,8 @@ void TextStore::startChunk(const std::uint8_t* chunk) {
 }
 
 std::string_view TextStore::store(const flatbuffers::String& text) {
-  const std::string_view content = text.c_str();
-  return text.size() <= kMaxComparedLength ? storeByContent(content) : storeByPlace(content);
+  return text.size() <= kMaxComparedLength ? storeByContent(text.c_str())
+                                           : storeByPlace(text.c_str());
 }
 
 std::string_view TextStore::storeByContent(std::string_view text) {
@@ -38,22 +39,21 @@ std::string_view TextStore::storeByContent(std::string_view text) {
 // Texts of a hostile chunk may overlap, each starting a few bytes behind the last and all ending at
 // the same zero byte. (Shorter ones cannot: the length in front of each has zero bytes.) The bytes
 // between two zeros are therefore copied as one run, once, and each text is the end of its run.
-std::string_view TextStore::storeByPlace(std::string_view text) {
-  const char* end = text.data() + text.size();
-  const auto [entry, isNew] = m_runs.try_emplace(end);
-  if (isNew) {
-    entry->second = copyToPool(runUpTo(end));
-  }
-  const std::string_view run = entry->second;
-  return run.substr(run.size() - text.size());
+std::string_view TextStore::storeByPlace(const char* text) {
+  const auto next = m_runs.lower_bound(text);
+  const bool isCopied = next != m_runs.end() && next->second.begin <= text;
+  const Run& run = isCopied ? next->second : copyRunOf(text);
+  return run.copy.substr(static_cast<std::size_t>(text - run.begin));
 }
 
-std::string_view TextStore::runUpTo(const char* end) const {
-  const char* start = end;
-  while (start > m_chunk && start[-1] != '\0') {
-    --start;
+const TextStore::Run& TextStore::copyRunOf(const char* text) {
+  const char* begin = text;
+  while (begin > m_chunk && begin[-1] != '\0') {
+    --begin;
   }
-  return {start, static_cast<std::size_t>(end - start)};
+  const char* end = text + std::strlen(text);
+  const std::string_view run(begin, static_cast<std::size_t>(end - begin));
+  return m_runs.try_emplace(end, Run{begin, copyToPool(run)}).first->second;
 }
 
 }  // namespace vyn::profiling
