@@ -30,9 +30,10 @@ const BenchLog& benchLog() {
   static const BenchLog log = [] {
     BenchLog read;
     ChunkStream chunks(variable("VYN_BENCH_LOG"));
+    ChunkVerifier verifier;
     while (chunks.isOpen()) {
       ChunkBuffer chunk = chunks.next();
-      if (chunk == nullptr || !isSoundChunk(chunk->data(), chunk->capacity())) {
+      if (chunk == nullptr || !verifier.isSound(chunk->data(), chunk->capacity())) {
         break;
       }
       read.bytes += chunk->capacity();

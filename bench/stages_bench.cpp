@@ -40,12 +40,11 @@ class CountingBuffer : public std::streambuf {
 void buildDocument(const BenchLog& log) {
   TextStore texts;
   ValueBuilder builder(texts);
-  rapidjson::Value messages(rapidjson::kArrayType);
+  JsonValue messages(rapidjson::kArrayType);
   for (const ChunkBuffer& chunk : log.chunks) {
     texts.startChunk(chunk->data());
     forEachMessage(*chunk, [&](const schema::Message& message) {
-      rapidjson::Value value =
-          builder.build([&](ValueBuilder& out) { messageToJson(message, out); });
+      JsonValue value = builder.build([&](ValueBuilder& out) { messageToJson(message, out); });
       messages.PushBack(value, g_jsonDocument.GetAllocator());
     });
   }
@@ -72,8 +71,9 @@ BENCHMARK(readStage)->Name("read")->Unit(benchmark::kMillisecond);
 void verifyStage(benchmark::State& state) {
   const BenchLog& log = benchLog();
   for (auto _ : state) {
+    ChunkVerifier verifier;
     for (const ChunkBuffer& chunk : log.chunks) {
-      benchmark::DoNotOptimize(isSoundChunk(chunk->data(), chunk->capacity()));
+      benchmark::DoNotOptimize(verifier.isSound(chunk->data(), chunk->capacity()));
     }
   }
   reportRates(state, log);

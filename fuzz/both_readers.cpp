@@ -8,6 +8,7 @@
 #include "json/json_document.h"
 #include "json/vyn_profile_log_reader_json.h"
 #include "quiet_streams.h"
+#include "table_total.h"
 #include "time_limit.h"
 
 namespace vyn::fuzz {
@@ -37,7 +38,8 @@ class CountingReader : public profiling::VynProfileLogReader {
 
 Verdict readWithBoth(const std::string& logPath) {
   const std::size_t size = std::filesystem::file_size(logPath);
-  const TimeLimit limit(size);
+  const std::uint64_t tables = tablesOf(logPath);
+  const TimeLimit limit(size, tables);
   const QuietOutput quiet;
   CountingReader base(logPath, kHighestLevel);
   profiling::VynProfileLogReaderJSON json(logPath, kHighestLevel);
@@ -50,7 +52,7 @@ Verdict readWithBoth(const std::string& logPath) {
     profiling::g_writeSingleObject = true;
     check(json.generateOutput("/dev/null"), "what the JSON reader read can be written");
   }
-  check(isInProportion(g_jsonDocument.GetAllocator().Size(), size),
+  check(isInProportion(g_jsonDocument.GetAllocator().Size(), size, tables),
         "the document's memory is in proportion to the log");
   g_jsonDocument.SetArray();
   g_jsonDocument.GetAllocator().Clear();

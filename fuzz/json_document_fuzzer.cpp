@@ -11,6 +11,7 @@
 #include "document_check.h"
 #include "document_size.h"
 #include "input/chunk_verifier.h"
+#include "input/table_count.h"
 #include "json/document_writer.h"
 #include "json/json_document.h"
 #include "json/message_to_json.h"
@@ -20,6 +21,7 @@ namespace {
 
 using vyn::fuzz::check;
 using vyn::profiling::g_jsonDocument;
+using vyn::profiling::JsonValue;
 
 // What events that share their sub-events may unfold to; the verifier keeps it below a bound, but
 // one that is too slow to search through.
@@ -28,7 +30,7 @@ constexpr std::size_t kMaxText = 64 * 1024 * 1024;  // bytes
 void checkMessageText(const vyn::profiling::schema::Message& message,
                       vyn::profiling::TextStore& texts) {
   vyn::profiling::ValueBuilder builder(texts);
-  const rapidjson::Value value = builder.build(
+  const JsonValue value = builder.build(
       [&](vyn::profiling::ValueBuilder& out) { vyn::profiling::messageToJson(message, out); });
   std::ostringstream text;
   vyn::profiling::BlockOutputStream blocks(text);
@@ -48,19 +50,21 @@ void checkMessageText(const vyn::profiling::schema::Message& message,
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const vyn::fuzz::TimeLimit limit(size);
   const std::vector<std::uint8_t> chunk(data, data + size);  // of exactly the chunk's size
-  if (!vyn::profiling::isSoundChunk(chunk.data(), chunk.size())) {
+  if (!vyn::profiling::ChunkVerifier().isSound(chunk.data(), chunk.size())) {
     return 0;
   }
+  const auto* log = vyn::profiling::schema::GetProfileLog(chunk.data());
+  const std::uint64_t tables = vyn::profiling::tableCount(*log);
+  const vyn::fuzz::TimeLimit limit(size, tables);
   vyn::profiling::TextStore texts;
   texts.startChunk(chunk.data());
-  if (const auto* messages = vyn::profiling::schema::GetProfileLog(chunk.data())->messages()) {
+  if (const auto* messages = log->messages()) {
     for (const auto* message : *messages) {
       checkMessageText(*message, texts);
     }
   }
-  check(vyn::fuzz::isInProportion(g_jsonDocument.GetAllocator().Size(), size),
+  check(vyn::fuzz::isInProportion(g_jsonDocument.GetAllocator().Size(), size, tables),
         "the document's memory is in proportion to the chunk");
   g_jsonDocument.GetAllocator().Clear();
   return 0;

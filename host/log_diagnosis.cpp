@@ -28,8 +28,9 @@ std::uint64_t messageCount(const profiling::ChunkBuffer& chunk) {
 SoundPart findSoundPart(const std::string& path) {
   SoundPart part;
   profiling::ChunkStream stream(path);
+  profiling::ChunkVerifier verifier;
   while (const profiling::ChunkBuffer chunk = stream.next()) {
-    if (!profiling::isSoundChunk(chunk->data(), chunk->capacity())) {
+    if (!verifier.isSound(chunk->data(), chunk->capacity())) {
       part.isUnreadable = stream.hasFailed();
       return part;
     }

@@ -15,7 +15,7 @@ const std::ios_base::Init g_streams;
 
 namespace vyn::profiling {
 
-rapidjson::Document g_jsonDocument(rapidjson::kArrayType);
+JsonDocument g_jsonDocument(rapidjson::kArrayType);
 bool g_writeSingleObject = true;
 
 }  // namespace vyn::profiling

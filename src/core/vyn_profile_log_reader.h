@@ -47,6 +47,11 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   // Reading. A message is visible when its level is below the reader's; each take operation files
   // one message into the stores below and returns false when it did not take it.
   bool readChunks(ChunkStream& chunks);
+
+  /// True for the first read. A second one, whatever became of the first, is refused with a log
+  /// line: nothing resets what the first left.
+  bool startReading();
+
   bool dispatchMessage(const schema::Message& message);
   bool isVisible(const schema::Message& message) const;
   bool takeTiming(const schema::Message& message, std::uint64_t& timestamp,
@@ -176,6 +181,8 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   // Look-up by graph name for the two stores of executions above.
   GroupIndex m_executeGroupIndex;
   GroupIndex m_applyBinarySectionGroupIndex;
+
+  bool m_readStarted = false;
 };
 
 }  // namespace vyn::profiling

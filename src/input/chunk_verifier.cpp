@@ -3,34 +3,43 @@
 #include <profile_log_generated.h>
 
 #include "input/chunk_format.h"
+#include "input/table_count.h"
 
 namespace vyn::profiling {
 namespace {
 
 constexpr flatbuffers::uoffset_t kMaxTableDepth = 64;
 
-// How many tables a chunk may name. Each is named by an offset in a slot of its own, so a log that
-// a writer made never reaches this. Vectors of sub-events that are shared between events can name
-// far more, level upon level, and would take centuries to walk. The library's own limit of a
-// million tables is too low for long runs.
-flatbuffers::uoffset_t maxTables(std::size_t size) {
-  return static_cast<flatbuffers::uoffset_t>(size / sizeof(flatbuffers::uoffset_t));
-}
-
-}  // namespace
-
-bool isSoundChunk(const std::uint8_t* bytes, std::size_t size) {
-  // Before the verifier is built: it aborts on sizes that it cannot hold.
-  if (!isPlausibleChunkSize(size)) {
-    return false;
-  }
+bool verifies(const std::uint8_t* bytes, std::size_t size, std::size_t maxTables) {
   flatbuffers::Verifier::Options options;
   options.max_depth = kMaxTableDepth;
-  options.max_tables = maxTables(size);
+  options.max_tables = static_cast<flatbuffers::uoffset_t>(maxTables);
   options.check_alignment = false;
   options.check_nested_flatbuffers = true;
   flatbuffers::Verifier verifier(bytes, size, options);
   return schema::VerifyProfileLogBuffer(verifier);
+}
+
+}  // namespace
+
+// Every table that a writer made has a slot of its own that names it, so a usual log never comes
+// near the first limit. Sub-events that are shared between events, level upon level, can name more
+// tables than anyone could ever walk; the library's own limit of a million is too low for long
+// runs.
+bool ChunkVerifier::isSound(const std::uint8_t* bytes, std::size_t size) {
+  // Before the verifier is built: it aborts on sizes that it cannot hold.
+  if (!isPlausibleChunkSize(size)) {
+    return false;
+  }
+  if (verifies(bytes, size, size)) {
+    return true;
+  }
+  if (m_allowance == 0 || !verifies(bytes, size, size + m_allowance)) {
+    return false;
+  }
+  const std::uint64_t tables = tableCount(*schema::GetProfileLog(bytes));
+  m_allowance -= static_cast<std::uint32_t>(tables - size);
+  return true;
 }
 
 }  // namespace vyn::profiling

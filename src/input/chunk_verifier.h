@@ -5,9 +5,23 @@
 
 namespace vyn::profiling {
 
-/// True when the chunk of `size` bytes is a sound buffer of the log's schema: every table, string
-/// and vector lies inside it, required fields are there, and events nest at most 64 tables deep
-/// (which also bounds every recursion over events). Unaligned data is accepted.
-bool isSoundChunk(const std::uint8_t* bytes, std::size_t size);
+/// Judges the chunks of one log, in their order.
+class ChunkVerifier {
+ public:
+  /// True when the chunk of `size` bytes is a sound buffer of the log's schema: every table, string
+  /// and vector lies inside it, required fields are there, and events nest at most 64 tables deep
+  /// (which also bounds every recursion over events). Unaligned data is accepted.
+  ///
+  /// Vectors and tables may be shared, so that a few bytes name millions of tables. A chunk may
+  /// name as many tables as it has bytes; kSharedTableAllowance more are there for all chunks of
+  /// the log together.
+  bool isSound(const std::uint8_t* bytes, std::size_t size);
+
+  /// Tables that a log may name beyond one for each of its bytes.
+  static constexpr std::uint32_t kSharedTableAllowance = 2'097'152;
+
+ private:
+  std::uint32_t m_allowance = kSharedTableAllowance;  // what is left of it
+};
 
 }  // namespace vyn::profiling

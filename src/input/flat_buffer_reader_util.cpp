@@ -1,13 +1,12 @@
 #include "input/flat_buffer_reader_util.h"
 
-#include "input/chunk_verifier.h"
 #include "log/logger_registry.h"
 
 namespace vyn::profiling {
 
 bool FlatBufferReaderUtil::load(const ChunkBuffer& chunk) {
   // The capacity, not the size, counts the chunk's bytes (see ChunkBuffer).
-  if (!isSoundChunk(chunk->data(), chunk->capacity())) {
+  if (!m_verifier.isSound(chunk->data(), chunk->capacity())) {
     log::log(log::kError, "Corrupted flatbuffer binary stream");
     return false;
   }
@@ -18,6 +17,12 @@ bool FlatBufferReaderUtil::load(const ChunkBuffer& chunk) {
   m_messages = m_root->messages();
   m_messageCounter = 0;
   return true;
+}
+
+void FlatBufferReaderUtil::release() {
+  m_root = nullptr;
+  m_header = nullptr;
+  m_messages = nullptr;
 }
 
 const schema::Message* FlatBufferReaderUtil::nextMessage() {

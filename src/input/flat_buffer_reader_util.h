@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "input/chunk_stream.h"
+#include "input/chunk_verifier.h"
 
 namespace vyn::profiling {
 
@@ -25,6 +26,9 @@ class FlatBufferReaderUtil {
   /// be read only right after the load that first made it non-null.
   const schema::LogHeader* header() const { return m_header; }
 
+  /// Forgets the chunk, its messages and the header: to be called before their bytes go for good.
+  void release();
+
   /// The chunk's next message, or null when it has no more.
   const schema::Message* nextMessage();
 
@@ -35,6 +39,19 @@ class FlatBufferReaderUtil {
   const schema::LogHeader* m_header = nullptr;
   const Messages* m_messages = nullptr;
   std::uint32_t m_messageCounter = 0;
+  ChunkVerifier m_verifier;
+};
+
+/// Releases a reader's chunk at the end of its scope, however the read ended.
+class ChunkRelease {
+ public:
+  explicit ChunkRelease(FlatBufferReaderUtil& util) : m_util(util) {}
+  ~ChunkRelease() { m_util.release(); }
+  ChunkRelease(const ChunkRelease&) = delete;
+  ChunkRelease& operator=(const ChunkRelease&) = delete;
+
+ private:
+  FlatBufferReaderUtil& m_util;
 };
 
 }  // namespace vyn::profiling

@@ -24,6 +24,15 @@ bool readChunk(ChunkStream& chunks, ChunkBuffer& chunk) {
 
 }  // namespace
 
+bool VynProfileLogReader::startReading() {
+  if (m_readStarted) {
+    log::log(log::kError, "A reader reads its log once: %s", m_inputLogFileLocation.c_str());
+    return false;
+  }
+  m_readStarted = true;
+  return true;
+}
+
 bool VynProfileLogReader::readInputFile(bool writeObjectPayloads) {
   {
     ChunkStream chunks(m_inputLogFileLocation);
@@ -31,7 +40,7 @@ bool VynProfileLogReader::readInputFile(bool writeObjectPayloads) {
       log::log(log::kError, "Invalid or nonexistent file: %s", m_inputLogFileLocation.c_str());
       return false;
     }
-    if (!readChunks(chunks)) {
+    if (!startReading() || !readChunks(chunks)) {
       return false;
     }
   }
@@ -41,6 +50,7 @@ bool VynProfileLogReader::readInputFile(bool writeObjectPayloads) {
 }
 
 bool VynProfileLogReader::readChunks(ChunkStream& chunks) {
+  const ChunkRelease release(m_flatBufferReader);
   ChunkBuffer chunk;
   while (readChunk(chunks, chunk)) {
     if (chunk == nullptr) {

@@ -3,12 +3,14 @@
 #include <rapidjson/prettywriter.h>
 
 #include "json/block_output_stream.h"
+#include "json/throwing_allocator.h"
 
 namespace vyn::profiling {
 
 /// RapidJSON's pretty writer, with a short cut for texts that need no escaping: they are copied in
 /// one piece instead of byte by byte. The text that comes out is the same.
-class DocumentWriter : public rapidjson::PrettyWriter<BlockOutputStream> {
+class DocumentWriter : public rapidjson::PrettyWriter<BlockOutputStream, rapidjson::UTF8<>,
+                                                      rapidjson::UTF8<>, ThrowingAllocator> {
  public:
   explicit DocumentWriter(BlockOutputStream& stream) : PrettyWriter(stream) {}
 

@@ -1,4 +1,3 @@
-
 #include <fstream>
 
 #include "core/start_logging.h"
@@ -12,7 +11,7 @@ namespace {
 
 // What the next output writes: first the one log that was read, later all of them; null when the
 // first output finds not exactly one log.
-const rapidjson::Value* valueToWrite() {
+const JsonValue* valueToWrite() {
   if (!g_writeSingleObject) {
     return &g_jsonDocument;
   }
@@ -22,7 +21,7 @@ const rapidjson::Value* valueToWrite() {
 }
 
 // The writer stops at a number that JSON cannot hold; the text then ends there.
-void writeText(const rapidjson::Value& value, std::ostream& file) {
+void writeText(const JsonValue& value, std::ostream& file) {
   BlockOutputStream text(file);
   DocumentWriter writer(text);
   value.Accept(writer);
@@ -49,7 +48,7 @@ bool VynProfileLogReaderJSON::generateOutput(const std::string& outputFileName) 
     log::log(log::kError, "Output JSON file not open.");
     return false;
   }
-  const rapidjson::Value* value = valueToWrite();
+  const JsonValue* value = valueToWrite();
   if (value == nullptr) {
     return false;
   }

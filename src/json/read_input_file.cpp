@@ -11,17 +11,13 @@ bool VynProfileLogReaderJSON::readInputFile(bool /*writeObjectPayloads*/) {
   if (!startLogging()) {
     return false;
   }
-  // After a completed read the root has moved into the document: a reader reads once.
-  if (!m_jsonRoot.IsObject()) {
-    return false;
-  }
   ChunkStream chunks(m_inputLogFileLocation);
   if (!chunks.isOpen()) {
     log::log(log::kError, "Invalid or nonexistent file: %s", m_inputLogFileLocation.c_str());
     return false;
   }
-  rapidjson::Value messages(rapidjson::kArrayType);
-  if (!readChunksToJson(chunks, messages)) {
+  JsonValue messages(rapidjson::kArrayType);
+  if (!startReading() || !readChunksToJson(chunks, messages)) {
     return false;
   }
   auto& allocator = g_jsonDocument.GetAllocator();
@@ -30,7 +26,8 @@ bool VynProfileLogReaderJSON::readInputFile(bool /*writeObjectPayloads*/) {
   return true;
 }
 
-bool VynProfileLogReaderJSON::readChunksToJson(ChunkStream& chunks, rapidjson::Value& messages) {
+bool VynProfileLogReaderJSON::readChunksToJson(ChunkStream& chunks, JsonValue& messages) {
+  const ChunkRelease release(m_flatBufferReader);
   TextStore texts;
   ValueBuilder builder(texts);
   while (const ChunkBuffer chunk = chunks.next()) {
@@ -55,21 +52,20 @@ void VynProfileLogReaderJSON::addMetadataToJson(ValueBuilder& builder) {
     log::log(log::kDebug, "hdr is nullptr");
     return;
   }
-  rapidjson::Value metadata = builder.build(
+  JsonValue metadata = builder.build(
       [&](ValueBuilder& out) { metadataToJson(*header, m_inputLogFileLocation, out); });
   m_jsonRoot.AddMember(rapidjson::StringRef("metadata"), metadata, g_jsonDocument.GetAllocator());
   m_metadataAdded = true;
 }
 
-bool VynProfileLogReaderJSON::addNextMessageToJson(rapidjson::Value& messages,
-                                                   ValueBuilder& builder) {
+bool VynProfileLogReaderJSON::addNextMessageToJson(JsonValue& messages, ValueBuilder& builder) {
   const schema::Message* message = m_flatBufferReader.nextMessage();
   if (message == nullptr) {
     m_reachedEof = true;
     log::log(log::kDebug, "profiling::VynProfileLogReader reached EOF!");
     return false;
   }
-  rapidjson::Value object = builder.build([&](ValueBuilder& out) { messageToJson(*message, out); });
+  JsonValue object = builder.build([&](ValueBuilder& out) { messageToJson(*message, out); });
   messages.PushBack(object, g_jsonDocument.GetAllocator());
   return true;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <flatbuffers/flatbuffers.h>
-#include <rapidjson/document.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -22,13 +21,13 @@ class ValueBuilder {
 
   /// Runs `send(*this)`, which sends exactly one value, and returns that value.
   template <typename Send>
-  rapidjson::Value build(const Send& send) {
-    auto generator = [&](rapidjson::Document&) {
+  JsonValue build(const Send& send) {
+    auto generator = [&](JsonDocument&) {
       send(*this);
       return true;
     };
     m_document.Populate(generator);
-    return rapidjson::Value(static_cast<rapidjson::Value&&>(m_document));
+    return JsonValue(static_cast<JsonValue&&>(m_document));
   }
 
   void startObject() { m_document.StartObject(); }
@@ -73,7 +72,7 @@ class ValueBuilder {
   }
 
   TextStore& m_texts;
-  rapidjson::Document m_document;
+  JsonDocument m_document;
 };
 
 }  // namespace vyn::profiling

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <rapidjson/document.h>
-
 #include <string>
 
 #include "core/vyn_profile_log_reader.h"
+#include "json/json_document.h"
 #include "json/value_builder.h"
 
 namespace vyn::profiling {
@@ -20,15 +19,15 @@ class VynProfileLogReaderJSON : public VynProfileLogReader {
   bool readInputFile(bool writeObjectPayloads) override;
 
  protected:
-  bool readChunksToJson(ChunkStream& chunks, rapidjson::Value& messages);
+  bool readChunksToJson(ChunkStream& chunks, JsonValue& messages);
 
   /// Adds "metadata" from the current chunk's header, if it has one, to the root.
   void addMetadataToJson(ValueBuilder& builder);
 
   /// Appends the chunk's next message. At the end of the chunk sets m_reachedEof and returns false.
-  bool addNextMessageToJson(rapidjson::Value& messages, ValueBuilder& builder);
+  bool addNextMessageToJson(JsonValue& messages, ValueBuilder& builder);
 
-  rapidjson::Value m_jsonRoot{rapidjson::kObjectType};  // null once the read is complete
+  JsonValue m_jsonRoot{rapidjson::kObjectType};  // null once the read is complete
   bool m_metadataAdded = false;
 };
 

@@ -75,7 +75,12 @@ void log(std::uint32_t level, const char* format, ...) {
   }
   std::va_list arguments;
   va_start(arguments, format);
-  logger->logV(level, "", 0, format, arguments);
+  try {
+    logger->logV(level, "", 0, format, arguments);
+  } catch (...) {
+    va_end(arguments);
+    throw;
+  }
   va_end(arguments);
 }
 

@@ -84,7 +84,7 @@ TEST_F(JsonProcess, CorruptChunkAfterGoodOnesLeavesNothingInTheDocument) {
 
 TEST_F(JsonProcess, ReaderReadsOnce) {
   const auto reader = readLog(logWithSequence(1));
-  EXPECT_FALSE(reader->readInputFile(false));
+  printedBy([&] { EXPECT_FALSE(reader->readInputFile(false)); });
   EXPECT_EQ(output(*reader), objectDocument(1));
 }
 

@@ -84,6 +84,13 @@ TEST_F(ReaderUtil, CorruptChunkLeavesItWhereItStood) {
   EXPECT_EQ(m_util.nextMessage()->header()->sequenceNumber(), 2U);
 }
 
+TEST_F(ReaderUtil, HoldsNothingOfAReleasedChunk) {
+  const ChunkBuffer chunk = load("{header:{},messages:[{header:{},appMetrics:{}}]}");
+  m_util.release();
+  EXPECT_EQ(m_util.header(), nullptr);
+  printedBy([&] { EXPECT_EQ(m_util.nextMessage(), nullptr); });
+}
+
 TEST_F(ReaderUtil, EmptyBufferIsCorrupt) {
   printedBy([&] { EXPECT_FALSE(m_util.load(bufferOf(""))); });
 }

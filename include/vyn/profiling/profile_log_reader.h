@@ -45,9 +45,9 @@ class IVynProfileLogReader {
   /// Slot 5. Reads the whole log that `createReader` named. `writeObjectPayloads` makes the summary
   /// reader's output also write the payloads of OBJECT events to files; the JSON reader ignores it.
   /// Returns false when the file cannot be opened or is damaged; what was read before the damage
-  /// is then not in the JSON reader's output. After a completed read the JSON reader refuses to
-  /// read again. The JSON reader throws std::bad_alloc or std::length_error when a chunk does not
-  /// fit into memory; the summary reader returns false.
+  /// is then not in the JSON reader's output. A reader that has begun to read its log refuses to
+  /// read it again, whatever became of the first read. When a chunk does not fit into memory, the
+  /// JSON reader throws std::bad_alloc or std::length_error; the summary reader returns false.
   virtual bool readInputFile(bool writeObjectPayloads) = 0;
 
   /// Slot 6. Always 1.
