@@ -3,7 +3,7 @@
 .PHONY: help setup build demo test bench bench-check fuzz test-damage test-valgrind coverage check-abi clean
 
 help:
-	@echo "make demo   build, make a sample log and turn it into JSON"
+	@echo "make demo   build the programs, make a sample log and turn it into JSON"
 	@echo "make test   build and run the tests"
 	@echo "make bench  measure speed and memory"
 	@echo "make fuzz   search for inputs that break the readers, FUZZ_SECONDS a target"
@@ -20,7 +20,8 @@ setup:
 build: setup
 	@scripts/build release
 
-demo: build
+demo:
+	@scripts/setup demo
 	@scripts/demo
 
 test: build

@@ -4,13 +4,16 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/version/profile_viewer_version.h"
+#include "help_page.h"
 #include "host_error.h"
 #include "standard_streams.h"
+#include "usage_report.h"
 #include "verb.h"
 #include "view_command.h"
 
@@ -30,11 +33,10 @@ bool isVerb(std::string_view word) {
 }
 
 bool isTopLevelOption(std::string_view word) {
-  return word == "-h" || word == "--help" || word == "--version";
+  return word == "-h" || word == "--help" || word == "-V" || word == "--version";
 }
 
-std::vector<std::string> wordsWithVerb(int argc, char** argv) {
-  std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+std::vector<std::string> withVerb(std::vector<std::string> words) {
   if (words.empty() || !(isVerb(words.front()) || isTopLevelOption(words.front()))) {
     words.insert(words.begin(), kDefaultVerb->name);
   }
@@ -55,25 +57,33 @@ struct Command {
   std::function<void()> run;
 };
 
+void addVersion(CLI::App& app) {
+  app.set_version_flag("-V,--version",
+                       std::string("vyn-profile-viewer ") + profiling::kProfileViewerVersion);
+}
+
 std::vector<Command> declareVerbs(CLI::App& app) {
   std::vector<Command> commands;
   for (const Verb* verb : kVerbs) {
     CLI::App* commandLine = app.add_subcommand(verb->name, verb->purpose);
     commandLine->footer(std::string("Example:\n  ") + verb->example);
+    addVersion(*commandLine);
     commands.push_back({commandLine, verb->declare(*commandLine)});
   }
+  app.formatter(std::make_shared<HelpPage>(*app.get_subcommand(kDefaultVerb->name)));
   app.require_subcommand(1);
   return commands;
 }
 
 // The library's own report is two lines; a script that collects errors wants one.
-int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
+int reportUsage(const CLI::App& app, const CLI::ParseError& error,
+                const std::vector<std::string>& words) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
     const int status = app.exit(error);
     finishStandardOutput();
     return status;
   }
-  reportLine(std::string(error.what()) + "; see vyn-profile-viewer --help");
+  reportLine(explainUsage(app, error, words) + "; see vyn-profile-viewer --help");
   return kWrongUsage;
 }
 
@@ -82,16 +92,16 @@ int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
 int runCommandLine(int argc, char** argv) {
   CLI::App app("Reads the profiling logs of vyn-net-run. Without a verb: view.",
                "vyn-profile-viewer");
-  app.set_version_flag("--version",
-                       std::string("vyn-profile-viewer ") + profiling::kProfileViewerVersion);
+  addVersion(app);
   app.footer(examples());
   const std::vector<Command> commands = declareVerbs(app);
-  std::vector<std::string> words = wordsWithVerb(argc, argv);
-  std::reverse(words.begin(), words.end());  // the library takes words from the back
+  const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+  std::vector<std::string> parsed = withVerb(words);
+  std::reverse(parsed.begin(), parsed.end());  // the library takes words from the back
   try {
-    app.parse(words);
+    app.parse(parsed);
   } catch (const CLI::ParseError& error) {
-    return reportUsage(app, error);
+    return reportUsage(app, error, words);
   }
   for (const Command& command : commands) {
     if (command.commandLine->parsed()) {

@@ -4,33 +4,9 @@
 #include <cstdio>
 #include <system_error>
 
+#include "printable_text.h"
+
 namespace vyn::host {
-namespace {
-
-bool isControl(unsigned char byte) { return byte < 0x20 || byte == 0x7F; }
-
-// The control characters U+0080 to U+009F are 0xC2 and one of these bytes in UTF-8.
-bool isHighControl(unsigned char lead, unsigned char byte) {
-  return lead == 0xC2 && byte >= 0x80 && byte < 0xA0;
-}
-
-std::string escaped(const std::string& text) {
-  constexpr char kDigits[] = "0123456789abcdef";
-  std::string result;
-  unsigned char previous = 0;
-  for (const char character : text) {
-    const auto byte = static_cast<unsigned char>(character);
-    if (isControl(byte) || isHighControl(previous, byte)) {
-      result += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 0xF]};
-    } else {
-      result += character;
-    }
-    previous = byte;
-  }
-  return result;
-}
-
-}  // namespace
 
 std::string explain(int error) {
   switch (error) {
@@ -50,6 +26,9 @@ std::string explain(int error) {
       return "the output is larger than a file may be; raise the limit or choose another place";
     case EPIPE:
       return "closed before the output was complete; keep its reader running";
+    case EMFILE:
+    case ENFILE:
+      return "too many open files; close some or raise the limit (ulimit -n)";
     case EBADF:
       return "is closed; open it or choose another output";
     default:
@@ -58,7 +37,7 @@ std::string explain(int error) {
 }
 
 void reportLine(const std::string& text) {
-  const std::string line = "vyn-profile-viewer: " + escaped(text) + "\n";
+  const std::string line = "vyn-profile-viewer: " + printable(text, LineFeeds::kEscaped) + "\n";
   std::fputs(line.c_str(), stderr);
 }
 

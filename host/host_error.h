@@ -17,8 +17,8 @@ class HostError : public std::runtime_error {
 /// What a system call's `error` number means to the user, and what to do: "no such file ...; ...".
 std::string explain(int error);
 
-/// Writes one line to standard error, behind the program's name. Control characters, which names
-/// may hold, are shown as \xNN, so that the line stays one and no terminal obeys them.
+/// Writes one line to standard error, behind the program's name. Names may hold what would break
+/// the line or what a terminal obeys; it is escaped.
 void reportLine(const std::string& text);
 
 }  // namespace vyn::host

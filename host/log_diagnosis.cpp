@@ -1,9 +1,14 @@
 #include "log_diagnosis.h"
 
+#include <fcntl.h>
 #include <profile_log_generated.h>
 
+#include <cerrno>
 #include <cstdint>
 
+#include "file_descriptor.h"
+#include "foreign_format.h"
+#include "host_error.h"
 #include "input/chunk_format.h"
 #include "input/chunk_stream.h"
 #include "input/chunk_verifier.h"
@@ -46,9 +51,28 @@ std::string counted(std::uint64_t count, const std::string& noun) {
   return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
+// What hinders the system from opening the log, or any file where the log is gone when it is opened
+// again; 0 when nothing does.
+int errorOfOpening(const LogFile& log) {
+  const std::string path = log.canBeReadAgain() ? log.path : "/dev/null";
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  return file.isOpen() ? 0 : errno;
+}
+
+std::string describeDamage(const SoundPart& part) {
+  const std::string offset = std::to_string(part.bytes);
+  return "damaged after chunk " + std::to_string(part.chunks) + " at byte offset " + offset +
+         " (whole chunks before it: " + std::to_string(part.chunks) + ", " +
+         counted(part.messages, "message") + "); copy the log again, or keep what is whole with " +
+         "head -c " + offset;
+}
+
 }  // namespace
 
-std::string diagnoseLog(const LogFile& log) {
+std::string diagnoseLog(const LogFile& log, const std::string& reason) {
+  if (const int error = errorOfOpening(log); error != 0) {
+    return "cannot be opened: " + explain(error);
+  }
   if (!log.canBeReadAgain()) {
     return "the log is damaged; write it to a file and read that to learn where";
   }
@@ -57,17 +81,16 @@ std::string diagnoseLog(const LogFile& log) {
     return "cannot be read whole; check the disk, or copy the log again";
   }
   if (part.isWholeLog) {
-    return "the reader refused it though its chunks are sound; see the reader's own message";
+    return "the reader refused it though its chunks are sound; " +
+           (reason.empty() ? "it does not say why: free some memory or give another --reader"
+                           : "it says: " + reason);
   }
   if (part.chunks == 0) {
-    return "not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run "
-           "wrote";
+    return recogniseForeignFormat(log.path).value_or(
+        "not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run "
+        "wrote");
   }
-  const std::string offset = std::to_string(part.bytes);
-  return "damaged after chunk " + std::to_string(part.chunks) + " at byte offset " + offset +
-         " (whole chunks before it: " + std::to_string(part.chunks) + ", " +
-         counted(part.messages, "message") + "); copy the log again, or keep what is whole with " +
-         "head -c " + offset;
+  return describeDamage(part);
 }
 
 }  // namespace vyn::host

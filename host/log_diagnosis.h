@@ -7,7 +7,8 @@
 namespace vyn::host {
 
 /// Why a reader refused the log, and what to do: walks the log chunk by chunk to its first damage.
-/// Throws std::bad_alloc when a chunk does not fit into memory.
-std::string diagnoseLog(const LogFile& log);
+/// Without any, the `reason` that the reader printed, or an empty text, must do. Throws
+/// std::bad_alloc when a chunk does not fit into memory.
+std::string diagnoseLog(const LogFile& log, const std::string& reason);
 
 }  // namespace vyn::host

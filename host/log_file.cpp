@@ -8,18 +8,54 @@
 #include "host_error.h"
 
 namespace vyn::host {
+namespace {
+
+constexpr char kStandardInputName[] = "standard input";
+
+void checkReadable(const LogFile& log) {
+  if (S_ISDIR(log.status.st_mode)) {
+    throw HostError(log.name, explain(EISDIR));
+  }
+  if (faccessat(AT_FDCWD, log.path.c_str(), R_OK, AT_EACCESS) != 0) {
+    throw HostError(log.name, explain(errno));
+  }
+}
+
+bool isOpenForReading(int descriptor) {
+  const int flags = fcntl(descriptor, F_GETFL);
+  return flags != -1 && (flags & O_ACCMODE) != O_WRONLY;
+}
+
+// The reader opens standard input anew, by its name in the file system.
+LogFile findStandardInput() {
+  LogFile log{"/dev/stdin", {}, kStandardInputName, true};
+  if (!isOpenForReading(STDIN_FILENO) || fstat(STDIN_FILENO, &log.status) != 0) {
+    throw HostError(log.name, "is closed; pipe a log into it or give the name of one");
+  }
+  if (isatty(STDIN_FILENO) != 0) {
+    throw HostError(log.name, "is a terminal; pipe a log into it or give the name of one");
+  }
+  if (S_ISSOCK(log.status.st_mode)) {
+    throw HostError(log.name, "is a socket; put cat and a pipe between them");
+  }
+  if (log.canBeReadAgain() && lseek(STDIN_FILENO, 0, SEEK_CUR) > 0) {
+    throw HostError(log.name, "was read from already; give it anew or give the log's name");
+  }
+  checkReadable(log);
+  return log;
+}
+
+}  // namespace
 
 LogFile findLog(const std::string& path) {
-  LogFile log{path, {}};
+  if (path == "-") {
+    return findStandardInput();
+  }
+  LogFile log{path, {}, path};
   if (stat(path.c_str(), &log.status) != 0) {
     throw HostError(path, explain(errno));
   }
-  if (S_ISDIR(log.status.st_mode)) {
-    throw HostError(path, explain(EISDIR));
-  }
-  if (faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) {
-    throw HostError(path, explain(errno));
-  }
+  checkReadable(log);
   return log;
 }
 

@@ -10,13 +10,16 @@ namespace vyn::host {
 struct LogFile {
   std::string path;
   struct stat status;
+  std::string name;  ///< for messages; mostly the path
+  bool isStandardInput = false;
 
   /// A pipe is not: what a reader took from it is gone.
   bool canBeReadAgain() const { return S_ISREG(status.st_mode); }
 };
 
 /// Finds the log without opening it, as opening a pipe would take its writer away from the reader.
-/// Throws HostError when it is not there, is a directory, or may not be read.
+/// `path` as the user gave it; "-" is standard input. Throws HostError when it is not there, is a
+/// directory, or may not be read.
 LogFile findLog(const std::string& path);
 
 }  // namespace vyn::host

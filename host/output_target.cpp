@@ -4,10 +4,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <system_error>
 
 #include "host_error.h"
+#include "scratch_directory.h"
 #include "standard_streams.h"
 
 namespace vyn::host {
@@ -42,11 +42,6 @@ fs::path followLinks(fs::path path) {
 
 fs::path directoryOf(const fs::path& file) {
   return file.has_parent_path() ? file.parent_path() : fs::path(".");
-}
-
-fs::path scratchDirectory() {
-  const char* directory = std::getenv("TMPDIR");
-  return directory != nullptr && *directory != '\0' ? directory : "/tmp";
 }
 
 FileDescriptor openStream(const std::string& name) {

@@ -13,17 +13,12 @@
 namespace vyn::host {
 namespace {
 
-void flushStandardOutput() {
-  std::cout.flush();
-  std::fflush(stdout);
-}
-
 void fillDescriptor(int descriptor) {
   if (fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) {
     return;
   }
-  // Read-only for standard output: writing what nobody gets must fail.
-  const int mode = descriptor == STDERR_FILENO ? O_WRONLY : O_RDONLY;
+  // The wrong way round, but for standard error: what nobody gives or gets must fail.
+  const int mode = descriptor == STDOUT_FILENO ? O_RDONLY : O_WRONLY;
   [[maybe_unused]] const int filled = open("/dev/null", mode);  // takes the lowest free number
 }
 
@@ -50,14 +45,9 @@ void finishStandardOutput() {
       error != 0 ? explain(error) : "could not be written whole; check where it is directed to");
 }
 
-StandardOutputDiversion::StandardOutputDiversion() : m_standardOutput(duplicateStandardOutput()) {
-  flushStandardOutput();
-  dup2(STDERR_FILENO, STDOUT_FILENO);
-}
-
-StandardOutputDiversion::~StandardOutputDiversion() {
-  flushStandardOutput();
-  dup2(m_standardOutput.get(), STDOUT_FILENO);
+void flushStandardOutput() {
+  std::cout.flush();
+  std::fflush(stdout);
 }
 
 FileDescriptor duplicateStandardOutput() {

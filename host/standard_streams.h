@@ -6,23 +6,14 @@ namespace vyn::host {
 
 /// Call first. Makes failing writes come back as errors instead of killing the program, and fills
 /// descriptors 0 to 2 when they are closed, lest an output file get the number of a standard stream
-/// and the reader's log lines with it.
+/// and the reader's log lines with it. Reading from or writing to one that was closed fails.
 void prepareStandardStreams();
 
 /// Call when everything was printed. Throws HostError when some of it could not be written.
 void finishStandardOutput();
 
-/// While it lives, what is printed to standard output goes to standard error.
-class StandardOutputDiversion {
- public:
-  StandardOutputDiversion();
-  ~StandardOutputDiversion();
-  StandardOutputDiversion(const StandardOutputDiversion&) = delete;
-  StandardOutputDiversion& operator=(const StandardOutputDiversion&) = delete;
-
- private:
-  FileDescriptor m_standardOutput;
-};
+/// Empties the program's own buffers.
+void flushStandardOutput();
 
 /// A further descriptor of standard output, which diversions leave alone. Throws HostError.
 FileDescriptor duplicateStandardOutput();

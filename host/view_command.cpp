@@ -5,7 +5,6 @@
 #include <iostream>
 #include <memory>
 #include <new>
-#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -13,9 +12,12 @@
 #include "host_error.h"
 #include "log_diagnosis.h"
 #include "log_file.h"
+#include "option_scope.h"
 #include "output_target.h"
+#include "printable_text.h"
 #include "reader_library.h"
 #include "reader_names.h"
+#include "reader_output.h"
 #include "standard_streams.h"
 
 namespace vyn::host {
@@ -44,59 +46,68 @@ auto callReader(const LogFile& log, Call call) {
   } catch (const std::bad_alloc&) {
   } catch (const std::length_error&) {
   } catch (const std::exception& error) {
-    throw HostError(log.path, std::string("the reader failed (") + error.what() +
+    throw HostError(log.name, std::string("the reader failed (") + error.what() +
                                   "); check the log or give another --reader");
   }
-  throw HostError(log.path, "not enough memory to read it; free some memory or read a shorter log");
+  throw HostError(log.name, "not enough memory to read it; free some memory or read a shorter log");
 }
 
-ReaderPointer readLog(const ReaderLibrary& library, const LogFile& log,
-                      const ViewOptions& options) {
+ReaderPointer readLog(const ReaderLibrary& library, const LogFile& log, const ViewOptions& options,
+                      const ReaderOutput& said) {
   return callReader(log, [&] {
     const auto level = static_cast<profiling::VisibilityLevel>(options.level);
     ReaderPointer reader = library.makeReader(log.path, level);
     if (!reader->readInputFile(options.payloads)) {
-      throw HostError(log.path, diagnoseLog(log));
+      throw HostError(log.name, diagnoseLog(log, said.lastLine()));
     }
     return reader;
   });
 }
 
 void generateOutput(const ReaderPointer& reader, const LogFile& log, const std::string& file,
-                    const std::string& target) {
+                    const std::string& target, const ReaderOutput& said) {
   if (!callReader(log, [&] { return reader->generateOutput(file); })) {
-    throw HostError(target, "the reader could not write it; see the reader's own message");
+    const std::string reason = said.lastLine();
+    throw HostError(target,
+                    "the reader could not write it and " +
+                        (reason.empty() ? "does not say why; check the place" : "says: " + reason));
   }
 }
 
 std::string headerDetails(const ReaderLibrary& library, const LogFile& log,
-                          const ViewOptions& options) {
-  const StandardOutputDiversion diversion;  // statistics that the reader prints while reading
-  const ReaderPointer reader = readLog(library, log, options);
+                          const ViewOptions& options, const ReaderOutput& said) {
+  const ReaderPointer reader = readLog(library, log, options, said);
   return callReader(log, [&] { return reader->getHeaderDetails(); });
 }
 
-void printHeader(const ReaderLibrary& library, const LogFile& log, const ViewOptions& options,
-                 OutputKind kind) {
-  const std::string details = headerDetails(library, log, options);
+void printHeader(const ReaderLibrary& library, const LogFile& log, const ViewOptions& options) {
+  ReaderOutput said;
+  const std::string details = headerDetails(library, log, options, said);
   if (details.empty()) {
-    throw HostError(log.path, kind == OutputKind::kJsonDocument
-                                  ? "this reader keeps no header; add --reader summary"
-                                  : "the log holds no header; read it without --header");
+    throw HostError(log.name, "the log holds no header; read it without --header");
   }
-  std::cout << details;
+  said.passToStandardError();
+  std::cout << printable(details, LineFeeds::kKept);
   finishStandardOutput();
 }
 
 void printOnly(const ReaderLibrary& library, const LogFile& log, const ViewOptions& options) {
-  const ReaderPointer reader = readLog(library, log, options);
-  generateOutput(reader, log, "", "standard output");
+  ReaderOutput said;
+  {
+    const ReaderPointer reader = readLog(library, log, options, said);
+    generateOutput(reader, log, "", "standard output", said);
+  }
+  said.passOn();
   finishStandardOutput();
 }
 
 // The console text of other readers is part of what was asked for; of the JSON reader it is not.
-bool mustDivert(const OutputTarget& target, OutputKind kind) {
-  return target.isStream() && kind == OutputKind::kJsonDocument;
+void passOn(ReaderOutput& said, const OutputTarget& target, OutputKind kind) {
+  if (target.isStream() && kind == OutputKind::kJsonDocument) {
+    said.passToStandardError();
+  } else {
+    said.passOn();
+  }
 }
 
 void writeTo(const std::string& name, const ReaderLibrary& library, const LogFile& log,
@@ -105,15 +116,13 @@ void writeTo(const std::string& name, const ReaderLibrary& library, const LogFil
                       kind == OutputKind::kJsonDocument ? OutputTarget::Content::kReplaced
                                                         : OutputTarget::Content::kContinued);
   const TempFile& work = target.workFile();
+  ReaderOutput said;
   {
-    std::optional<StandardOutputDiversion> diversion;
-    if (mustDivert(target, kind)) {
-      diversion.emplace();
-    }
-    const ReaderPointer reader = readLog(library, log, options);
-    generateOutput(reader, log, work.path(), target.name());
+    const ReaderPointer reader = readLog(library, log, options, said);
+    generateOutput(reader, log, work.path(), target.name(), said);
   }
   checkDocument(work.file(), kind, target.name());
+  passOn(said, target, kind);
   finishStandardOutput();  // first: when it fails, a listing must not have grown
   target.deliver();
 }
@@ -123,9 +132,11 @@ void view(const ViewOptions& options) {
   const ReaderChoice reader = chooseReader(options.reader).value();
   const ReaderLibrary library(reader);
   if (options.header) {
-    printHeader(library, log, options, reader.output);
+    printHeader(library, log, options);
   } else if (!options.output.empty()) {
     writeTo(options.output, library, log, options, reader.output);
+  } else if (reader.output == OutputKind::kJsonDocument && log.isStandardInput) {
+    writeTo("-", library, log, options, reader.output);
   } else if (reader.output == OutputKind::kJsonDocument) {
     const std::string name = std::filesystem::path(log.path).filename().string() + ".json";
     writeTo(name, library, log, options, reader.output);
@@ -143,18 +154,26 @@ std::string checkReader(const std::string& text) {
 }
 
 std::string checkOutput(const std::string& text) {
-  return text.empty() ? "the name of the output is empty" : "";
+  if (text.empty()) {
+    return "the name of the output is empty";
+  }
+  const bool isOption = text.size() > 1 && text.front() == '-';
+  return isOption ? "needs FILE before " + text + "; a file of this name is given as ./" + text
+                  : "";
 }
 
 std::function<void()> declareView(CLI::App& commandLine) {
   auto options = std::make_shared<ViewOptions>();
-  commandLine.add_option("LOG", options->log, "The profiling log")->required();
+  commandLine.add_option("LOG", options->log, "The profiling log; - is standard input")
+      ->type_name("")
+      ->required();
   CLI::Option* output =
       commandLine
           .add_option(
               "-o,--output", options->output,
               "Where to write, - for standard output. json: the document, otherwise written "
-              "to LOG's name with .json in the current directory. summary: a CSV listing, "
+              "to LOG's name with .json in the current directory, or to standard output when LOG "
+              "is -. summary: a CSV listing, "
               "added to what FILE holds")
           ->type_name("FILE")
           ->check(checkOutput);
@@ -176,6 +195,9 @@ std::function<void()> declareView(CLI::App& commandLine) {
   commandLine.add_flag("--header", options->header, "Print only the log's header (summary)")
       ->excludes(output)
       ->excludes(payloads);
+  commandLine.final_callback([&commandLine, options] {
+    refuseIgnoredOptions(commandLine, chooseReader(options->reader).value().output);
+  });
   return [options] { view(*options); };
 }
 

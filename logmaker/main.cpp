@@ -13,6 +13,7 @@
 #include "logmaker/chunk_writer.h"
 #include "logmaker/options.h"
 #include "logmaker/output_file.h"
+#include "logmaker/progress.h"
 #include "logmaker/record_writer.h"
 #include "logmaker/scenario.h"
 
@@ -42,6 +43,7 @@ class SizeGoal {
 void makeLog(const Options& options) {
   Scenario scenario(options.scenario);
   OutputFile logFile(options.output);
+  logFile.expect(options.size);
   ChunkWriter log(logFile, scenario.header(), options.chunkSize);
   std::optional<OutputFile> recordFile;
   std::optional<RecordWriter> record;
@@ -49,17 +51,20 @@ void makeLog(const Options& options) {
     record.emplace(recordFile.emplace(options.record), scenario.header());
   }
 
+  std::optional<Progress> progress(options.size);
   SizeGoal goal(options.size != 0 ? options.size : std::numeric_limits<std::uint64_t>::max());
   scenario.play(
       [&](const Message& message) {
         log.write(message);
         goal.update(log.size());
+        progress->update(log.size());
         if (record) {
           record->write(message);
         }
       },
       [&] { return goal.isReached(); });
   log.finish();
+  progress.reset();
 
   // Both files are complete before either gets its name.
   logFile.close();
@@ -75,7 +80,7 @@ int run(int argc, char** argv) {
   CLI::App app("Writes a profiling log like that of a real run: equal options, equal bytes.",
                "vyn-make-log");
   addOptions(app, options);
-  app.set_version_flag("--version",
+  app.set_version_flag("-V,--version",
                        std::string("vyn-make-log ") + profiling::kProfileViewerVersion);
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
     return std::string("vyn-make-log: ") + error.what() + "; see vyn-make-log --help\n";

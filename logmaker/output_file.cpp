@@ -1,5 +1,6 @@
 #include "logmaker/output_file.h"
 
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -7,6 +8,11 @@
 
 namespace vyn::logmaker {
 namespace fs = std::filesystem;
+namespace {
+
+constexpr char kMakeRoom[] = "free some space or write to another place";
+
+}  // namespace
 
 OutputFile::OutputFile(const std::string& name) : m_name(name == "-" ? "standard output" : name) {
   if (name == "-") {
@@ -23,6 +29,7 @@ OutputFile::OutputFile(const std::string& name) : m_name(name == "-" ? "standard
   if (fs::is_regular_file(status) || !fs::exists(status)) {
     m_partial = m_target;
     m_partial += "." + std::to_string(getpid()) + ".part";
+    m_removal.emplace(m_partial);
   }
   m_file = std::fopen((m_partial.empty() ? m_target : m_partial).c_str(), "wb");
   if (m_file == nullptr) {
@@ -37,6 +44,17 @@ OutputFile::~OutputFile() {
   if (!m_partial.empty()) {
     std::error_code ignored;
     fs::remove(m_partial, ignored);
+  }
+}
+
+void OutputFile::expect(std::uint64_t size) const {
+  struct statvfs system {};
+  if (m_partial.empty() || fstatvfs(fileno(m_file), &system) != 0 || system.f_blocks == 0) {
+    return;
+  }
+  if (const std::uint64_t free = system.f_bavail * system.f_frsize; size > free) {
+    throw OutputError("cannot write " + m_name + ": it is to have " + std::to_string(size) +
+                      " bytes, and " + std::to_string(free) + " are free; " + kMakeRoom);
   }
 }
 
@@ -64,6 +82,7 @@ void OutputFile::publish() {
     fail(error.value(), "check that you may write there");
   }
   m_partial.clear();
+  m_removal.reset();
 }
 
 void OutputFile::fail(int errorNumber, const std::string& advice) const {
@@ -71,6 +90,6 @@ void OutputFile::fail(int errorNumber, const std::string& advice) const {
                     "; " + advice);
 }
 
-void OutputFile::failToWrite() const { fail(errno, "free some space or write to another place"); }
+void OutputFile::failToWrite() const { fail(errno, kMakeRoom); }
 
 }  // namespace vyn::logmaker

@@ -1,10 +1,14 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
+
+#include "host/interruption.h"
 
 namespace vyn::logmaker {
 
@@ -14,15 +18,19 @@ class OutputError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// A file that appears under its name only when it is complete: it is written beside it first.
-/// "-" is standard output; devices and pipes are written directly. Every failure throws an
-/// OutputError.
+/// A file that appears under its name only when it is complete: it is written beside it first, and
+/// what was written goes when a signal ends the program. "-" is standard output; devices and pipes
+/// are written directly. Every failure throws an OutputError.
 class OutputFile {
  public:
   explicit OutputFile(const std::string& name);
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
+
+  /// Throws unless there is room for a file of so many bytes. Of devices and pipes nothing is
+  /// known.
+  void expect(std::uint64_t size) const;
 
   void write(const void* data, std::size_t size);
 
@@ -39,6 +47,7 @@ class OutputFile {
   std::string m_name;
   std::filesystem::path m_target;
   std::filesystem::path m_partial;  ///< empty when the target is written directly
+  std::optional<host::RemovalOnSignal> m_removal;
   std::FILE* m_file = nullptr;
 };
 

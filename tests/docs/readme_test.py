@@ -33,6 +33,18 @@ class ReadmeTest(unittest.TestCase):
         subprocess.run([f"{SOURCE}/scripts/refresh-readme", "--check", "--build", BUILD],
                        check=True)
 
+    def test_every_option_is_in_its_table(self):
+        with open(f"{SOURCE}/README.md", encoding="utf-8") as file:
+            sections = re.split(r"^## ", file.read(), flags=re.MULTILINE)
+        for program in ("vyn-profile-viewer", "vyn-make-log"):
+            table = next(text for text in sections if text.startswith(f"{program}\n"))
+            page = subprocess.run([f"{BUILD}/bin/{program}", "--help"], check=True, text=True,
+                                  stdout=subprocess.PIPE).stdout
+            options = re.findall(r"^  (?:-\w,)?(--[\w-]+)", page, flags=re.MULTILINE)
+            self.assertGreater(len(options), 5)
+            for option in options:
+                self.assertRegex(table, rf"`(-\w, )?{option}[ `]", program)
+
     def test_links_lead_to_files(self):
         documents = ["README.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/log-format.md",
                      "docs/json-output.md", "docs/architecture.md"]

@@ -20,7 +20,9 @@ class BadLogTest : public HostTest {
   void expectRefused(const std::string& log, const std::string& line) const {
     for (const char* reader : {"json", "summary"}) {
       write("out", "old\n");
-      EXPECT_THAT(run({log, "-r", reader, "-o", "out"}), FailsWith(line));
+      const ProgramResult result = run({log, "-r", reader, "-o", "out"});
+      EXPECT_THAT(result, FailsWith(line));
+      EXPECT_EQ(result.output, "");
       EXPECT_EQ(read("out"), "old\n");
       EXPECT_THAT(names(), IsSubsetOf({std::string("out"), log}));
     }
@@ -85,7 +87,82 @@ TEST_F(BadLogTest, TheWholePartThatTheHintKeepsIsReadable) {
 TEST_F(BadLogTest, ControlCharactersOfTheNameAreShownNotSent) {
   write("a\n\x1b[31m\xc2\x9b.log", "none");
   EXPECT_THAT(run({"a\n\x1b[31m\xc2\x9b.log"}),
-              FailsWith(std::string("a\\x0a\\x1b[31m\xc2\\x9b.log") + kNoLog));
+              FailsWith(std::string("a\\x0a\\x1b[31m\\xc2\\x9b.log") + kNoLog));
+}
+
+// A name is printed as it stands but for what a terminal would obey.
+TEST_F(BadLogTest, NamesAreEscapedByteByByte) {
+  const std::string missing = ": no such file or directory; check the name";
+  const std::vector<std::pair<std::string, std::string>> names = {
+      {"ä€\U0001F600\u00a0", "ä€\U0001F600\u00a0"},
+      {"\x01\x1f\x7f", "\\x01\\x1f\\x7f"},
+      {"a\x9b"
+       "b",
+       "a\\x9bb"},
+      {"\u0080\u009f", "\\xc2\\x80\\xc2\\x9f"},
+      {"\u061c", "\\xd8\\x9c"},
+      {"\u200d\u200e\u200f\u2010", "\u200d\\xe2\\x80\\x8e\\xe2\\x80\\x8f\u2010"},
+      {"\u2027\u2028\u2029\u202a", "\u2027\\xe2\\x80\\xa8\\xe2\\x80\\xa9\\xe2\\x80\\xaa"},
+      {"\u202e\u202f", "\\xe2\\x80\\xae\u202f"},
+      {"\u2065\u2066\u2069\u206a", "\u2065\\xe2\\x81\\xa6\\xe2\\x81\\xa9\u206a"},
+      // No valid sequences: overlong, a surrogate, too large, cut off, wrong continuation.
+      {"\xc0\x80\xe0\x9f\xbf", "\\xc0\\x80\\xe0\\x9f\\xbf"},
+      {"\xed\xa0\x80", "\\xed\\xa0\\x80"},
+      {"\xf4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},
+      {"\xf8\xe2\x82", "\\xf8\\xe2\\x82"},
+      {"\xe2\x82(", "\\xe2\\x82("}};
+  for (const auto& [name, shown] : names) {
+    EXPECT_THAT(run({name}), FailsWith(shown + missing));
+  }
+}
+
+TEST_F(BadLogTest, KnownFormatsAreNamed) {
+  const std::string json = "looks like JSON, not like a log; is it the output of one?";
+  const std::vector<std::pair<std::string, std::string>> formats = {
+      {"\x1f\x8b\x08", "is compressed with gzip; unpack it first: gunzip"},
+      {"PK\x03\x04", "is a zip archive; unpack it first: unzip"},
+      {"\x28\xb5\x2f\xfd", "is compressed with zstd; unpack it first: unzstd"},
+      {std::string("\xfd\x37zXZ\0", 6), "is compressed with xz; unpack it first: unxz"},
+      {"BZh9", "is compressed with bzip2; unpack it first: bunzip2"},
+      {"{\n    \"metadata\"", json},
+      {"[{\"a\": 1}]", json},
+      {"input log file location, run.log\n",
+       "is a CSV listing, not a log; give the log that it was made of"}};
+  for (const auto& [start, explanation] : formats) {
+    write("run.log", start + std::string(40, 'x'));
+    expectRefused("run.log", "run.log: " + explanation);
+  }
+}
+
+// Behind a whole chunk the same bytes are damage like any other.
+TEST_F(BadLogTest, AFormatCountsOnlyAtTheStart) {
+  write("run.log", makeChunk({""}) + "\x1f\x8b\x08" + std::string(40, 'x'));
+  EXPECT_THAT(run({"run.log"}).errors, HasSubstr("damaged after chunk 1"));
+}
+
+// How many files the program may open rises until it has enough of them.
+TEST_F(BadLogTest, TooManyOpenFilesAreSaid) {
+  write("run.log", smallLog());
+  for (const char* reader : {"json", "summary"}) {
+    std::string errors;
+    for (int limit = 3; limit < 100; ++limit) {
+      const ProgramResult result =
+          runInShell("ulimit -n " + std::to_string(limit) + "; exec \"$0\" \"$@\"",
+                     {"run.log", "-r", reader, "-o", "out"});
+      if (result.exitStatus == 0) {
+        break;
+      }
+      if (result.errors.starts_with("vyn-profile-viewer: ")) {  // not the shell or the loader
+        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_THAT(result.errors, HasSubstr("too many open files; close some or raise the limit"));
+      }
+      EXPECT_THAT(names(), ElementsAre("run.log"));
+      errors += result.errors;
+    }
+    EXPECT_THAT(errors, HasSubstr(ownLine("run.log: cannot be opened: too many open files; close "
+                                          "some or raise the limit (ulimit -n)")));
+    std::filesystem::remove(directory() / "out");
+  }
 }
 
 // Writes all of `content` to a pipe once a reader has opened it.

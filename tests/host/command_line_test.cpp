@@ -18,10 +18,14 @@ class CommandLineTest : public HostTest {
 };
 
 TEST_F(CommandLineTest, VersionNamesTheBuild) {
-  const ProgramResult result = run({"--version"});
-  EXPECT_THAT(result, SucceedsQuietly());
-  EXPECT_EQ(result.output,
-            "vyn-profile-viewer " + std::string(profiling::kProfileViewerVersion) + "\n");
+  const std::vector<std::vector<std::string>> calls = {
+      {"--version"}, {"-V"}, {"view", "--version"}, {"view", "-V"}, {"run.log", "-V"}};
+  for (const std::vector<std::string>& arguments : calls) {
+    const ProgramResult result = run(arguments);
+    EXPECT_THAT(result, SucceedsQuietly());
+    EXPECT_EQ(result.output,
+              "vyn-profile-viewer " + std::string(profiling::kProfileViewerVersion) + "\n");
+  }
 }
 
 TEST_F(CommandLineTest, HelpHasAnExampleForEachVerb) {
@@ -32,11 +36,22 @@ TEST_F(CommandLineTest, HelpHasAnExampleForEachVerb) {
   }
 }
 
+constexpr const char* kViewOptions[] = {"-o,--output", "-r,--reader", "-l,--level", "--payloads",
+                                        "--header"};
+
+TEST_F(CommandLineTest, HelpShowsWhatACommandLineWithoutAVerbTakes) {
+  const ProgramResult result = run({"--help"});
+  EXPECT_THAT(result.output, HasSubstr("\nUsage: vyn-profile-viewer [view] LOG [options]\n"));
+  EXPECT_THAT(result.output, HasSubstr("\n  LOG REQUIRED "));
+  for (const char* option : kViewOptions) {
+    EXPECT_THAT(result.output, HasSubstr(std::string("\n  ") + option));
+  }
+}
+
 TEST_F(CommandLineTest, HelpOfAVerbTellsItsOptions) {
   const ProgramResult result = run({"view", "--help"});
   EXPECT_THAT(result, SucceedsQuietly());
-  for (const char* option :
-       {"-o,--output", "-r,--reader", "-l,--level", "--payloads", "--header"}) {
+  for (const char* option : kViewOptions) {
     EXPECT_THAT(result.output, HasSubstr(option));
   }
 }
@@ -75,7 +90,59 @@ TEST_F(CommandLineTest, ASecondLogIsRefused) {
 }
 
 TEST_F(CommandLineTest, AnUnknownOptionIsRefused) {
-  expectUsageError({"a.log", "--nope"}, "The following argument was not expected: --nope");
+  expectUsageError({"a.log", "--nope"}, "--nope: no such option");
+  expectUsageError({"--nope"}, "--nope: no such option");
+  expectUsageError({"a.log", "-x"}, "-x: no such option");
+}
+
+TEST_F(CommandLineTest, TheOptionThatWasMeantIsNamed) {
+  const std::vector<std::pair<std::string, std::string>> misspelt = {
+      {"--outptu", "--output"},    {"--ouput", "--output"},   {"--redaer", "--reader"},
+      {"--payload", "--payloads"}, {"--headers", "--header"}, {"--hlep", "--help"},
+      {"--versoin", "--version"}};
+  for (const auto& [word, meant] : misspelt) {
+    const std::string line = word + ": no such option (did you mean " + meant + "?)";
+    expectUsageError({"a.log", word}, line);
+    expectUsageError({word, "a.log"}, line);
+    expectUsageError({"view", "a.log", word + "=x"}, line);
+  }
+}
+
+TEST_F(CommandLineTest, AnUnknownOptionThatIsAFileIsToldHowToBeGiven) {
+  write("-x", smallLog());
+  expectUsageError({"-x"}, "-x: no such option; a log of this name is given as ./-x");
+  EXPECT_THAT(run({"-o", "out.json", "--", "-x"}), SucceedsQuietly());
+  EXPECT_THAT(run({"--", "-y"}), FailsWith("-y: no such file or directory; check the name"));
+}
+
+TEST_F(CommandLineTest, TheVerbThatWasMeantIsNamedUnlessAFileHasItsName) {
+  expectUsageError({"viwe", "run.log"}, "viwe: no such verb and no such file (did you mean view?)");
+  expectUsageError({"veiw", "run.log", "-o", "x"},
+                   "veiw: no such verb and no such file (did you mean view?)");
+  expectUsageError({"a.log", "run.log"}, "The following argument was not expected: run.log");
+  expectUsageError({"view", "view", "run.log"}, "The following argument was not expected: run.log");
+  write("viwe", smallLog());
+  expectUsageError({"viwe", "run.log"}, "The following argument was not expected: run.log");
+}
+
+TEST_F(CommandLineTest, AnOutputWithoutAFileIsRefused) {
+  expectUsageError({"a.log", "-o"}, "--output needs FILE behind it");
+  expectUsageError({"a.log", "--output="}, "--output needs FILE behind it");
+  expectUsageError({"a.log", "-r"}, "--reader needs NAME|PATH behind it");
+  expectUsageError({"a.log", "-o", "--header", "-r", "summary"},
+                   "--output: needs FILE before --header; a file of this name is given as "
+                   "./--header");
+}
+
+TEST_F(CommandLineTest, OptionsThatTheReaderIgnoresAreRefused) {
+  for (const std::string reader : {"json", VYN_JSON_PLUGIN}) {
+    const std::string rest = ": has no effect on a JSON document; add --reader summary";
+    expectUsageError({"a.log", "-r", reader, "-l", "127"}, "--level" + rest);
+    expectUsageError({"a.log", "-r", reader, "--payloads"}, "--payloads" + rest);
+    expectUsageError({"a.log", "-r", reader, "--header"}, "--header" + rest);
+  }
+  expectUsageError({"a.log", "--header"},
+                   "--header: has no effect on a JSON document; add --reader summary");
 }
 
 TEST_F(CommandLineTest, AnUnknownReaderNameIsRefused) {

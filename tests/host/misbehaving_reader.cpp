@@ -1,5 +1,6 @@
 // A reader that fails in the way that its log's name tells.
 
+#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <new>
@@ -18,11 +19,13 @@ struct OwnError : std::exception {
 class MisbehavingReader : public ProfileLogReader {
  public:
   explicit MisbehavingReader(std::string behaviour) : m_behaviour(std::move(behaviour)) {}
-  ~MisbehavingReader() override { std::cout << "destroyed\n"; }
+  ~MisbehavingReader() override { std::ofstream("destroyed").close(); }
 
   bool generateOutput(const std::string& outputFileName) override {
     std::ofstream(outputFileName) << (m_behaviour == "stops_early" ? "{\n    \"mess" : "text");
-    return m_behaviour != "fails_to_write";
+    if (m_behaviour == "prints") std::cout << "written\n";
+    if (m_behaviour == "fails_to_write_loudly") std::puts("no room here");
+    return m_behaviour != "fails_to_write" && m_behaviour != "fails_to_write_loudly";
   }
   std::string getHeaderDetails() override { return "header\n"; }
   bool processNextMessage() override { return false; }
@@ -30,7 +33,11 @@ class MisbehavingReader : public ProfileLogReader {
     if (m_behaviour == "bad_alloc") throw std::bad_alloc();
     if (m_behaviour == "length_error") throw std::length_error("too long");
     if (m_behaviour == "own_error") throw OwnError();
-    return m_behaviour != "refuses";
+    if (m_behaviour == "prints") std::cout << "read\n";
+    if (m_behaviour == "refuses_loudly") {
+      std::cout << "a notice\n     0.1ms [ ERROR ] it is \x1b[31mred\n\n" << std::flush;
+    }
+    return m_behaviour != "refuses" && m_behaviour != "refuses_loudly";
   }
   int isReaderValid() override { return 1; }
   void printEvents(std::ostream& /*stream*/, std::vector<EventNode> /*events*/) override {}

@@ -30,16 +30,6 @@ TEST_F(OutputStreamTest, StandardOutputHoldsTheDocumentAlone) {
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 
-TEST_F(OutputStreamTest, TheReadersOwnLinesGoToStandardError) {
-  write("bad.log", smallLog() + "damage, 20 bytes.");
-  const ProgramResult result = run({"bad.log", "-o", "-"});
-  EXPECT_EQ(result.exitStatus, 1);
-  EXPECT_EQ(result.output, "");
-  EXPECT_THAT(result.errors, HasSubstr("Corrupted flatbuffer binary stream\n"));
-  EXPECT_THAT(result.errors, HasSubstr("\nvyn-profile-viewer: bad.log: damaged after chunk 1"));
-  EXPECT_THAT(names(), ElementsAre("bad.log", "run.log"));
-}
-
 TEST_F(OutputStreamTest, AFileBehindStandardOutputIsWrittenNotReplaced) {
   write("out.txt", "");
   fs::create_hard_link(directory() / "out.txt", directory() / "twin.txt");

@@ -6,6 +6,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::StartsWith;
+using testing::UnorderedElementsAre;
 
 class ReaderLibraryTest : public HostTest {
  protected:
@@ -75,8 +76,9 @@ class MisbehavingReaderTest : public HostTest {
   void expectFailure(const std::string& behaviour, const std::string& line) const {
     const ProgramResult result = runReader(behaviour, VYN_MISBEHAVING_READER);
     EXPECT_THAT(result, FailsWith(line));
-    EXPECT_EQ(result.output, "destroyed\n");
-    EXPECT_THAT(names(), ElementsAre(behaviour));
+    EXPECT_EQ(result.output, "");
+    EXPECT_THAT(names(), UnorderedElementsAre("destroyed", behaviour));
+    fs::remove(directory() / "destroyed");
     fs::remove(directory() / behaviour);
   }
 };
@@ -97,13 +99,43 @@ TEST_F(MisbehavingReaderTest, AnErrorOfTheReadersOwnOutlivesItsLibrary) {
 
 TEST_F(MisbehavingReaderTest, RefusingASoundLogIsSaid) {
   expectFailure("refuses",
-                "refuses: the reader refused it though its chunks are sound; see the reader's own "
-                "message");
+                "refuses: the reader refused it though its chunks are sound; it does not say why: "
+                "free some memory or give another --reader");
+}
+
+TEST_F(MisbehavingReaderTest, WhatItSaidLastIsWovenIntoTheLine) {
+  expectFailure("refuses_loudly",
+                "refuses_loudly: the reader refused it though its chunks are sound; it says: it is "
+                "\\x1b[31mred");
+  expectFailure("fails_to_write_loudly",
+                "out: the reader could not write it and says: no room here");
+}
+
+TEST_F(MisbehavingReaderTest, WhatItPrintsGoesToStandardOutputInOrder) {
+  const ProgramResult result = runReader("prints", VYN_MISBEHAVING_READER);
+  EXPECT_THAT(result, SucceedsQuietly());
+  EXPECT_EQ(result.output, "read\nwritten\n");
+}
+
+TEST_F(MisbehavingReaderTest, WithoutAScratchDirectoryMemoryHoldsWhatItPrints) {
+  write("prints", smallLog());
+  ProgramCall homeless = call({"prints", "-r", VYN_MISBEHAVING_READER, "-o", "out"});
+  homeless.environment = {"TMPDIR=/none"};
+  const ProgramResult result = runProgram(homeless);
+  EXPECT_THAT(result, SucceedsQuietly());
+  EXPECT_EQ(result.output, "read\nwritten\n");
+}
+
+TEST_F(MisbehavingReaderTest, MayTakeEveryOption) {
+  write("fine", smallLog());
+  EXPECT_THAT(run({"fine", "-r", VYN_MISBEHAVING_READER, "-l", "3", "--payloads", "-o", "out"}),
+              SucceedsQuietly());
+  EXPECT_EQ(run({"fine", "-r", VYN_MISBEHAVING_READER, "--header"}).output, "header\n");
 }
 
 TEST_F(MisbehavingReaderTest, FailingToWriteIsSaid) {
   expectFailure("fails_to_write",
-                "out: the reader could not write it; see the reader's own message");
+                "out: the reader could not write it and does not say why; check the place");
 }
 
 TEST_F(MisbehavingReaderTest, MakingNoReaderIsSaid) {
@@ -116,7 +148,7 @@ TEST_F(MisbehavingReaderTest, ADocumentThatStopsEarlyIsNoticed) {
   fs::copy(VYN_MISBEHAVING_READER, directory() / "libVynJsonProfilingReader.so");
   EXPECT_THAT(runReader("stops_early", "./libVynJsonProfilingReader.so"),
               FailsWith("out: the output was cut short; check the disk and try again"));
-  EXPECT_THAT(names(), ElementsAre("libVynJsonProfilingReader.so", "stops_early"));
+  EXPECT_THAT(names(), ElementsAre("destroyed", "libVynJsonProfilingReader.so", "stops_early"));
 }
 
 TEST_F(MisbehavingReaderTest, AnotherReadersOutputMayEndAsItLikes) {

@@ -1,5 +1,6 @@
 #include "core/version/profile_viewer_version.h"
 #include "host/host_fixture.h"
+#include "support/json_log.h"
 
 namespace vyn::test {
 namespace {
@@ -77,6 +78,14 @@ TEST_F(SummaryTest, AClosedOrFullStandardOutputFailsAndTheListingDoesNotGrow) {
   EXPECT_THAT(names(), ElementsAre("out.csv", "run.log"));
 }
 
+TEST_F(SummaryTest, WhatTheReaderPrintsWhileReadingComesFirst) {
+  // An asynchronous execution without a queue wait makes the reader print a notice.
+  write("run.log", smallLog() + makeChunk({""}, "BACKEND_EXECUTE_ASYNC"));
+  const ProgramResult result = run({"run.log", "-r", "summary"});
+  EXPECT_THAT(result, SucceedsQuietly());
+  EXPECT_LT(result.output.find("queue-wait"), result.output.find("Input Log File Location"));
+}
+
 using HeaderTest = HostTest;
 
 TEST_F(HeaderTest, IsPrintedAlone) {
@@ -108,11 +117,11 @@ TEST_F(HeaderTest, WhatTheReaderPrintsWhileReadingGoesToStandardError) {
   EXPECT_THAT(result.errors, HasSubstr("queue-wait"));
 }
 
-TEST_F(HeaderTest, TheJsonReaderHasNone) {
-  write("run.log", smallLog());
-  const ProgramResult result = run({"run.log", "--header"});
-  EXPECT_THAT(result, FailsWith("run.log: this reader keeps no header; add --reader summary"));
-  EXPECT_EQ(result.output, "");
+TEST_F(HeaderTest, ControlCharactersOfTheLogAreShownNotSent) {
+  write("run.log", logOf({R"({header: {backendVersion: "1\u001b[31m\u009b\u202e\u2028\r\nü€"}})"}));
+  const ProgramResult result = run({"run.log", "-r", "summary", "--header"});
+  EXPECT_THAT(result.output, HasSubstr("\nBackend            1\\x1b[31m\\xc2\\x9b\\xe2\\x80\\xae"
+                                       "\\xe2\\x80\\xa8\\x0d\nü€\n"));
 }
 
 TEST_F(HeaderTest, ALogMayHaveNone) {

@@ -29,16 +29,58 @@ TEST_P(WrongUsage, ExitsWithTwoAndLeavesNoFile) {
   EXPECT_EQ(directory.files(), Files{});
 }
 
-INSTANTIATE_TEST_SUITE_P(Options, WrongUsage,
-                         testing::Values("", "-o", "-o ''", "-o log --record ''", "-o log extra",
-                                         "-o log --unknown", "-o log --graphs 0",
-                                         "-o log --graphs -1", "-o log --nodes x",
-                                         "-o log --nodes 100001", "-o log --executions 1.5",
-                                         "-o log --seed -1", "-o log --seed ''", "-o log --size 0",
-                                         "-o log --size 5QB", "-o log --size 1MB --executions 3",
-                                         "-o log --chunk-size 0", "-o log --chunk-size 2GB",
-                                         "-o log --record log", "-o log --record ./log",
-                                         "-o - --record -"));
+INSTANTIATE_TEST_SUITE_P(
+    Options, WrongUsage,
+    testing::Values("", "-o", "-o ''", "-o log --record ''", "-o log extra", "-o log --unknown",
+                    "-o log --graphs 0", "-o log --graphs -1", "-o log --nodes x",
+                    "-o log --nodes 100001", "-o log --executions 1.5", "-o log --seed -1",
+                    "-o log --seed ''", "-o log --seed 0x10", "-o log --seed 18446744073709551616",
+                    "-o log --seed 99999999999999999999",
+                    "-o log --executions 99999999999999999999", "-o log --object-payloads -1",
+                    "-o log --binary-sections 1000001", "-o log --size 0", "-o log --size -1",
+                    "-o log --size 99999999999999999999", "-o log --size 18446744073709551616",
+                    "-o log --size 18446744073709552KB", "-o log --size 1TiB",
+                    "-o log --size 1.5MB", "-o log --size MB", "-o log --size ''",
+                    "-o log --size 5QB", "-o log --size 1MB --executions 3",
+                    "-o log --chunk-size 0", "-o log --chunk-size 2GB", "-o log --record log",
+                    "-o log --record ./log", "-o - --record -"));
+
+TEST(Failure, ANumberOutOfRangeIsNamedWithItsRange) {
+  const TestDirectory directory;
+  EXPECT_EQ(runMaker(directory, "-o log --seed 18446744073709551616").errors,
+            "vyn-make-log: --seed: 18446744073709551616 is out of range, which is 0 to "
+            "18446744073709551615; see vyn-make-log --help\n");
+  EXPECT_EQ(runMaker(directory, "-o log --chunk-size 2GB").errors,
+            "vyn-make-log: --chunk-size: 2GB is out of range, which is 1 to 1000000000 bytes; see "
+            "vyn-make-log --help\n");
+}
+
+TEST(Failure, TheHelpNamesEveryUnit) {
+  const TestDirectory directory;
+  EXPECT_NE(
+      runMaker(directory, "--help").output.find(" units B, KB, MB, GB, TB, KiB, MiB, GiB, TiB."),
+      std::string::npos);
+}
+
+// As much as there is, and 10 GB more.
+TEST(Failure, TooLittleSpaceIsNoticedBeforeAnythingIsWritten) {
+  const TestDirectory directory;
+  const std::uint64_t size = fs::space(directory.path("")).available / 1'000'000 + 10'000;  // MB
+  if (size > 1'000'000) {
+    GTEST_SKIP() << "there is more space than a log may take";
+  }
+  std::ofstream(directory.path("log")) << "kept";
+  const RunResult result =
+      runMaker(directory, "-o log --size " + std::to_string(size) + "MB", "timeout 20");
+  EXPECT_EQ(result.status, 1);
+  expectOneLine(result.errors);
+  EXPECT_NE(result.errors.find("cannot write log: it is to have " + std::to_string(size) +
+                               "000000 bytes, and "),
+            std::string::npos)
+      << result.errors;
+  EXPECT_EQ(fileContents(directory.path("log")), "kept");
+  EXPECT_EQ(directory.files(), Files{"log"});
+}
 
 TEST(Failure, HelpAndVersionSucceed) {
   const TestDirectory directory;

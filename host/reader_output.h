@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "file_descriptor.h"
+
+namespace vyn::host {
+
+/// While it lives, what is printed to standard output gathers in a file without a name, so that a
+/// run that fails says no more than the program's own line. Text that nobody asks for is dropped
+/// with the object.
+class ReaderOutput {
+ public:
+  /// Throws HostError.
+  ReaderOutput();
+  ~ReaderOutput();
+  ReaderOutput(const ReaderOutput&) = delete;
+  ReaderOutput& operator=(const ReaderOutput&) = delete;
+
+  /// The last line so far that is not empty, without the logger's prefix of time and level: when a
+  /// reader fails, its reason. Empty when nothing was printed.
+  std::string lastLine() const;
+
+  /// Ends the gathering and writes the text to standard output. Throws HostError when that fails or
+  /// the text was not gathered whole.
+  void passOn();
+
+  /// The same to standard error, where it is no loss when it cannot be written.
+  void passToStandardError();
+
+ private:
+  void stop();
+
+  FileDescriptor m_standardOutput;  // open while the text is gathered
+  FileDescriptor m_text;
+};
+
+}  // namespace vyn::host

@@ -1,0 +1,90 @@
+#include "usage_report.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "spelling.h"
+
+namespace vyn::host {
+namespace {
+
+bool isFile(const std::string& name) {
+  std::error_code error;
+  return std::filesystem::exists(name, error);
+}
+
+std::string didYouMean(const std::optional<std::string>& meant) {
+  return meant ? " (did you mean " + *meant + "?)" : "";
+}
+
+std::vector<std::string> optionNames(const CLI::App& verb) {
+  std::vector<std::string> names;
+  for (const CLI::Option* option : verb.get_options()) {
+    for (const std::string& name : option->get_lnames()) {
+      names.push_back("--" + name);
+    }
+  }
+  return names;
+}
+
+// The first word that looks like an option and is none.
+std::optional<std::string> findUnknownOption(const CLI::App& app) {
+  const std::vector<std::string> unexpected = app.remaining(true);
+  const auto found =
+      std::find_if(unexpected.begin(), unexpected.end(),
+                   [](const std::string& word) { return word.size() > 1 && word.front() == '-'; });
+  if (found == unexpected.end() || *found == "--") {
+    return std::nullopt;
+  }
+  return *found;
+}
+
+std::string explainUnknownOption(const CLI::App& verb, const std::string& word) {
+  const std::string name = word.substr(0, word.find('='));
+  const std::string file = isFile(word) ? "; a log of this name is given as ./" + word : "";
+  return name + ": no such option" + didYouMean(findMeant(name, optionNames(verb))) + file;
+}
+
+// A first word that is neither a verb nor a file is taken for a log; more words betray it.
+std::optional<std::string> explainMisspeltVerb(const CLI::App& app, const std::string& word) {
+  std::vector<std::string> verbs;
+  for (const CLI::App* verb : app.get_subcommands({})) {
+    verbs.push_back(verb->get_name());
+  }
+  const std::optional<std::string> meant = findMeant(word, verbs);
+  if (!meant || *meant == word || isFile(word)) {
+    return std::nullopt;
+  }
+  return word + ": no such verb and no such file" + didYouMean(meant);
+}
+
+// The library counts what is missing; there is never more than one.
+std::string explainMissingValue(const CLI::App& verb, const std::string& text) {
+  const std::string name = text.substr(0, text.find(':'));
+  const CLI::Option* option = verb.get_option_no_throw(name);
+  return option == nullptr ? text : name + " needs " + option->get_type_name() + " behind it";
+}
+
+}  // namespace
+
+std::string explainUsage(const CLI::App& app, const CLI::ParseError& error,
+                         const std::vector<std::string>& words) {
+  const std::vector<CLI::App*> parsed = app.get_subcommands();
+  const CLI::App& verb = parsed.empty() ? app : *parsed.front();
+  if (const auto option = findUnknownOption(app)) {
+    return explainUnknownOption(verb, *option);
+  }
+  if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && !words.empty()) {
+    if (const auto explanation = explainMisspeltVerb(app, words.front())) {
+      return *explanation;
+    }
+  }
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    return explainMissingValue(verb, error.what());
+  }
+  return error.what();
+}
+
+}  // namespace vyn::host
