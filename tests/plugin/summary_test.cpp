@@ -82,6 +82,16 @@ TEST_F(SummaryPlugin, InitDoesNotCountTheFinalizeEventsOfAComponent) {
   EXPECT_THAT(m_listing, HasSubstr("\n0,INIT,0,US,NETRUN,ROOT,null\n"));
 }
 
+TEST_F(SummaryPlugin, InitWithoutTimeOrBinaryKeepsTheTimeStampOfTheContext) {
+  write({message("6", 11, 0), message("7", 12, 0), message("2", 13, 0, "graphName:\"net\"")});
+  EXPECT_THAT(m_listing, HasSubstr("\n11,INIT,0,US,NETRUN,ROOT,null\n"));
+}
+
+TEST_F(SummaryPlugin, InitOfTheBinaryBringsItsTimeStampWhenAllElseTookNoTime) {
+  write({message("6", 11, 0), message("2", 13, 0, "graphName:\"net\""), message("4", 15, 100)});
+  EXPECT_THAT(m_listing, HasSubstr("\n15,INIT,100,US,NETRUN,ROOT,null\n"));
+}
+
 TEST_F(SummaryPlugin, AppliedBinarySectionsAreTheLastRows) {
   write({message("11", 1, 2, "graphName:\"net\""), message("10", 3, 4, events(event("x", 5))),
          message("8", 6, 7, events(event("duration", 2) + "," + event("count", 1)))});
