@@ -25,6 +25,8 @@ class RandomEvents {
       event.dataType = number(2) == 0 ? EventDataType::UINT_64 : EventDataType::FLOAT_64;
       event.value.uint64 = number(1000);
       event.unit = number(7);
+      event.type = number(500);
+      event.secondaryName = std::to_string(number(1000));
       event.extraValue = number(1000);
       if (depth < 3) {
         event.children = list(depth + 1);
@@ -71,6 +73,7 @@ std::string text(const Events& events) {
   for (const EventNode& event : events) {
     text += event.identifier + std::to_string(static_cast<unsigned>(event.dataType)) + " " +
             std::to_string(event.value.uint64) + " " + std::to_string(event.unit) + " " +
+            std::to_string(event.type) + " " + event.secondaryName + " " +
             std::to_string(event.extraValue) + " " + std::to_string(event.count) + "{" +
             vyn::test::text(event.children) + "}";
   }

@@ -50,6 +50,17 @@ TEST_F(GraphMessages, WithoutAGraphAreSkipped) {
   EXPECT_FALSE(reader->m_hasInitEvents || reader->m_hasFinalize);
 }
 
+TEST_F(GraphMessages, NamesThatDifferBehindAZeroByteAreDifferent) {
+  const std::string first = graph(R"(net\u0000A)", event("f", 1));
+  const std::string second = graph(R"(net\u0000B)", event("f", 1));
+  const auto reader = read({message("1", 1, 1, first), message("1", 2, 1, second),
+                            message("2", 3, 1, first), message("11", 4, 1, second)});
+  ASSERT_EQ(reader->m_executeGroups.size(), 2U);
+  EXPECT_EQ(reader->m_executeGroups[1].name, std::string("net\0B", 5));
+  EXPECT_EQ(reader->m_finalizeGroups.at(0).name, std::string("net\0A", 5));
+  EXPECT_EQ(reader->m_applyBinarySectionGroups.at(0).name, std::string("net\0B", 5));
+}
+
 TEST_F(GraphMessages, EmptyNameIsANameToo) {
   EXPECT_EQ(read({message("1", 1, 1, graph(""))})->m_executeGroups.size(), 1U);
 }

@@ -61,6 +61,14 @@ TEST_F(QueueWaits, TwoInOneExecutionAreAsBadAsNone) {
   EXPECT_EQ(m_printed, kMessage + kMessage + kMessage);
 }
 
+TEST_F(QueueWaits, HundredsInOneExecutionAreAsBadAsNone) {
+  std::string waits = wait(3);
+  for (int i = 0; i < 256; ++i) {
+    waits += "," + wait(3);
+  }
+  EXPECT_TRUE(read({execution("A", 10, waits)})->m_queueWaitSeries.empty());
+}
+
 TEST_F(QueueWaits, DeeperLevelsAreNotLookedAt) {
   const auto reader =
       read({execution("A", 10, wait(3) + "," + holding("x", holding("y", wait(4))))});

@@ -78,6 +78,23 @@ TEST_F(SingleMessages, RejectedOnesSetNoFlag) {
                reader->m_hasLibLoad);
 }
 
+TEST_F(SingleMessages, FlagsNeedNoEventsAndOutlastRejectedMessages) {
+  const std::string hidden = withLevel(9);
+  const auto reader =
+      read({message("4", 1, 1), message("8", 2, 2), message("10", 3, 3), message("4", 4, 4, hidden),
+            message("8", 5, 5, hidden), message("10", 6, 6, hidden)},
+           5);
+  EXPECT_TRUE(reader->m_hasCreateFromBinaryEvents);
+  EXPECT_TRUE(reader->m_hasExecuteIps);
+  EXPECT_TRUE(reader->m_hasLibLoad);
+  EXPECT_EQ(reader->m_libLoadTimestamp, 3U);
+}
+
+TEST_F(SingleMessages, LaterTimingWithoutDurationOverwritesTheEarlierOne) {
+  const auto reader = read({message("6", 11, 5), message("6", 12, 0)});
+  EXPECT_EQ(reader->m_contextCreateTime, 0U);
+}
+
 TEST_F(SingleMessages, StopBeforeStartIsADurationOfZero) {
   const auto reader = read({"{header:{},appMetrics:{startTime:9,stopTime:5},method:5}"});
   EXPECT_EQ(reader->m_deInitTime, 0U);

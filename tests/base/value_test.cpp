@@ -64,6 +64,14 @@ TEST_F(DecodedEvents, AllFieldsAreKept) {
   EXPECT_EQ(node.extraValue, 9U);
 }
 
+TEST_F(DecodedEvents, LargestNumbersAreKept) {
+  const EventNode node =
+      decoded("{type:4294967295,unit:4294967294,extraValue:18446744073709551615}").front();
+  EXPECT_EQ(node.type, 4294967295U);
+  EXPECT_EQ(node.unit, 4294967294U);
+  EXPECT_EQ(node.extraValue, 18446744073709551615U);
+}
+
 TEST_F(DecodedEvents, AbsentTextIsEmptyAndAbsentDataIsNone) {
   const auto events = decoded("{valueType:6},{valueType:4}");
   EXPECT_STREQ(events[0].value.text, "");

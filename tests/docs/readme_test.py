@@ -47,7 +47,8 @@ class ReadmeTest(unittest.TestCase):
 
     def test_links_lead_to_files(self):
         documents = ["README.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/log-format.md",
-                     "docs/json-output.md", "docs/architecture.md"]
+                     "docs/json-output.md", "docs/architecture.md", "docs/summary-output.md",
+                     "docs/glossary.md"]
         for document in documents:
             with open(f"{SOURCE}/{document}", encoding="utf-8") as file:
                 for link in re.findall(r"\]\(([^)#]+)", file.read()):

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "core/vyn_profile_log_reader.h"
-#include "support/json_log.h"
+#include "support/json_messages.h"
 #include "support/temp_folder.h"
 
 namespace vyn::test {
@@ -76,6 +76,7 @@ class OpenReader : public profiling::VynProfileLogReader {
   using VynProfileLogReader::printStatisticsTitle;
   using VynProfileLogReader::writeApplyBinarySectionCsv;
   using VynProfileLogReader::writeComposeGraphsCsv;
+  using VynProfileLogReader::writeCsv;
   using VynProfileLogReader::writeCsvHeader;
   using VynProfileLogReader::writeDeInitCsv;
   using VynProfileLogReader::writeExecuteCsv;
@@ -85,31 +86,6 @@ class OpenReader : public profiling::VynProfileLogReader {
   using VynProfileLogReader::writeLibLoadCsv;
   using VynProfileLogReader::writeObjectPayload;
 };
-
-/// The fields of a message in the JSON form: its method, time stamp, a duration in microseconds,
-/// and the rest.
-inline std::string message(const std::string& method, int timestamp, int duration,
-                           const std::string& rest = "") {
-  return "{header:{timestamp:" + std::to_string(timestamp) +
-         "},appMetrics:{startTime:1000,stopTime:" + std::to_string(1000 + duration) +
-         "},method:" + method + (rest.empty() ? "" : "," + rest) + "}";
-}
-
-/// An event with an unsigned value and, in the JSON form, the rest of its fields.
-inline std::string event(const std::string& identifier, std::uint64_t value,
-                         const std::string& rest = "") {
-  return "{identifier:\"" + identifier + "\",valueType:2,uint64Value:" + std::to_string(value) +
-         (rest.empty() ? "" : "," + rest) + "}";
-}
-
-/// One chunk of these messages.
-inline std::string chunkOf(std::initializer_list<std::string> messages) {
-  std::string list;
-  for (const std::string& text : messages) {
-    list += (list.empty() ? "" : ",") + text;
-  }
-  return "{messages:[" + list + "]}";
-}
 
 /// The identifiers of events, with a blank after each.
 inline std::string names(const std::vector<profiling::EventNode>& events) {

@@ -1,0 +1,244 @@
+// Summary and listing of the base reader's plug-in, by what a host sees of them.
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <iostream>
+
+#include "report/event_nodes.h"
+#include "support/captured_output.h"
+#include "support/flush_recorder.h"
+#include "support/json_messages.h"
+#include "support/loaded_plugin.h"
+#include "support/temp_folder.h"
+
+namespace vyn::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+
+/// Appends standard output to a file while it lives.
+class AppendedStandardOutput {
+ public:
+  explicit AppendedStandardOutput(const std::string& path) : m_previous(dup(STDOUT_FILENO)) {
+    std::fflush(stdout);
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0600);
+    dup2(file, STDOUT_FILENO);
+    close(file);
+  }
+  ~AppendedStandardOutput() {
+    std::cout.flush();
+    std::fflush(stdout);
+    dup2(m_previous, STDOUT_FILENO);
+    close(m_previous);
+  }
+  AppendedStandardOutput(const AppendedStandardOutput&) = delete;
+  AppendedStandardOutput& operator=(const AppendedStandardOutput&) = delete;
+
+ private:
+  int m_previous;
+};
+
+class SummaryPlugin : public testing::Test {
+ protected:
+  LoadedPlugin::Reader read(std::initializer_list<std::string> messages) {
+    auto reader = m_plugin.reader(m_folder.add("run.log", logOf({chunkOf(messages)})));
+    EXPECT_TRUE(reader->readInputFile(false));
+    return reader;
+  }
+
+  /// Writes both outputs of a log of these messages.
+  void write(std::initializer_list<std::string> messages) {
+    const auto reader = read(messages);
+    const std::string path = m_folder.path("out.csv");
+    std::filesystem::remove(path);
+    m_summary = printedBy([&] { EXPECT_TRUE(reader->generateOutput(path)); });
+    m_listing = readFile(path);
+  }
+
+  TempFolder m_folder;
+  LoadedPlugin m_plugin{VYN_BASE_PLUGIN};
+  std::string m_summary;
+  std::string m_listing;
+};
+
+std::string events(const std::string& list) { return "profilingEvents:[" + list + "]"; }
+
+TEST_F(SummaryPlugin, InitCountsAFinalizeStepWhoseEventsAreAllOfInit) {
+  write({message("6", 11, 5), message("7", 12, 6),
+         message("2", 13, 7, "graphName:\"net\"," + events(event("load", 1, "type:100")))});
+  EXPECT_THAT(m_summary, HasSubstr("Init Stats:\n-----------\n    NetRun: 11 us\n"));
+  EXPECT_THAT(m_listing, HasSubstr("\n11,INIT,11,US,NETRUN,ROOT,null\n"));
+}
+
+TEST_F(SummaryPlugin, InitDoesNotCountTheFinalizeEventsOfAComponent) {
+  write({message("6", 11, 5), message("7", 12, 6),
+         message("9", 13, 7, "graphName:\"net\"," + events(event("f", 1, "type:300")))});
+  EXPECT_THAT(m_summary, HasSubstr("Init Stats:\n-----------\n    NetRun: 0 us\n"));
+  EXPECT_THAT(m_listing, HasSubstr("\n0,INIT,0,US,NETRUN,ROOT,null\n"));
+}
+
+TEST_F(SummaryPlugin, InitWithoutTimeOrBinaryKeepsTheTimeStampOfTheContext) {
+  write({message("6", 11, 0), message("7", 12, 0), message("2", 13, 0, "graphName:\"net\"")});
+  EXPECT_THAT(m_listing, HasSubstr("\n11,INIT,0,US,NETRUN,ROOT,null\n"));
+}
+
+TEST_F(SummaryPlugin, InitOfTheBinaryBringsItsTimeStampWhenAllElseTookNoTime) {
+  write({message("6", 11, 0), message("2", 13, 0, "graphName:\"net\""), message("4", 15, 100)});
+  EXPECT_THAT(m_listing, HasSubstr("\n15,INIT,100,US,NETRUN,ROOT,null\n"));
+}
+
+TEST_F(SummaryPlugin, AppliedBinarySectionsAreTheLastRows) {
+  write({message("11", 1, 2, "graphName:\"net\""), message("10", 3, 4, events(event("x", 5))),
+         message("8", 6, 7, events(event("duration", 2) + "," + event("count", 1)))});
+  EXPECT_THAT(m_listing, EndsWith("\n6,EXECUTE IPS,500000.000000,INF/SEC,NETRUN,ROOT,null\n"
+                                  "3,DLOPEN LATENCY,5,US,NETRUN,ROOT,null\n"
+                                  "1,APPLY BINARY SECTION,2,US,NETRUN,ROOT,Graph 0: net\n"));
+}
+
+TEST_F(SummaryPlugin, ListingIsWrittenBeforeTheSummary) {
+  // So long that no buffer holds back the part of the summary that follows the name.
+  const std::string name(100000, 'x');
+  const auto reader =
+      read({message("5", 1, 2, events(event(name, 3))), message("11", 4, 5, "graphName:\"net\"")});
+  const std::string path = m_folder.path("both");
+  {
+    const AppendedStandardOutput output(path);
+    EXPECT_TRUE(reader->generateOutput(path));
+  }
+  const std::string both = readFile(path);
+  EXPECT_EQ(both.find("input log file location, "), 0U);
+  const std::size_t lastRow = both.find(",APPLY BINARY SECTION,5,US,NETRUN,ROOT,Graph 0: net\n");
+  ASSERT_NE(lastRow, std::string::npos);
+  const std::size_t summary = both.find("Vyn Init/Prepare");
+  ASSERT_NE(summary, std::string::npos);
+  EXPECT_LT(lastRow, summary);
+  EXPECT_THAT(both, HasSubstr("    Backend (" + name + "): 3 us\n"));
+}
+
+/// The events of a run of inferences, and the rate that the summary shows.
+struct Rate {
+  std::string events;
+  std::string shown;
+};
+
+class Rates : public SummaryPlugin, public testing::WithParamInterface<Rate> {};
+
+TEST_P(Rates, AreShownWithFourDecimalsAndListedWithSix) {
+  write({message("8", 7, 9, events(GetParam().events))});
+  EXPECT_THAT(m_summary, HasSubstr("    NetRun IPS (includes IO and misc. time): " +
+                                   GetParam().shown + " inf/sec \n\n"));
+  EXPECT_THAT(m_listing,
+              HasSubstr("\n7,EXECUTE IPS," + GetParam().shown + "00,INF/SEC,NETRUN,ROOT,null\n"));
+}
+
+std::string run(const std::string& first, std::uint64_t firstValue, std::uint64_t secondValue) {
+  return event(first, firstValue) + "," + event("b", secondValue);
+}
+
+INSTANTIATE_TEST_SUITE_P(DurationIsFoundByTheExactName, Rates,
+                         testing::Values(Rate{run("duration", 2000000, 100), "50.0000"},
+                                         Rate{run("durations", 100, 2000000), "50.0000"},
+                                         Rate{run("Duration", 100, 2000000), "50.0000"},
+                                         Rate{run("DURATION", 100, 2000000), "50.0000"},
+                                         Rate{run("duratio", 100, 2000000), "50.0000"},
+                                         Rate{run(" duration", 100, 2000000), "50.0000"},
+                                         Rate{run("duration ", 100, 2000000), "50.0000"},
+                                         Rate{run("the duration", 100, 2000000), "50.0000"},
+                                         Rate{run(R"(duration\u0000x)", 100, 2000000), "50.0000"},
+                                         Rate{run("", 100, 2000000), "50.0000"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    OnlyTwoEventsCount, Rates,
+    testing::Values(Rate{run("a", 100, 2000000) + "," + event("duration", 1), "50.0000"},
+                    Rate{run("duration", 2000000, 100) + "," + event("count", 7), "50.0000"},
+                    Rate{event("a", 100) + "," + event("duration", 2000000) + "," +
+                             event("duration", 1) + "," + event("duration", 2),
+                         "50.0000"},
+                    Rate{event("duration", 2000000) + "," + event("duration", 100), "50.0000"}));
+
+// In double precision the rates would be 4652371.7929, 16777217000000 and 33333333.3333.
+INSTANTIATE_TEST_SUITE_P(AreOfSinglePrecision, Rates,
+                         testing::Values(Rate{run("duration", 95139, 442622), "4652371.5000"},
+                                         Rate{run("count", 442622, 95139), "4652371.5000"},
+                                         Rate{run("duration", 1, 16777217), "16777216000000.0000"},
+                                         Rate{run("duration", 3, 100), "33333334.0000"}));
+
+INSTANTIATE_TEST_SUITE_P(ValuesAreUnsignedWords, Rates,
+                         testing::Values(Rate{run("duration", 0, 5), "0.0000"},
+                                         Rate{run("a", 5, 0), "0.0000"},
+                                         Rate{event("duration", 1) + ",{valueType:1,int64Value:-1}",
+                                              "18446744073709551616000000.0000"}));
+
+/// The events of a library load, and the latency.
+struct Latency {
+  std::string events;
+  std::string shown;
+};
+
+class Latencies : public SummaryPlugin, public testing::WithParamInterface<Latency> {};
+
+TEST_P(Latencies, AreTheFirstWordAsAnUnsignedNumber) {
+  write({message("10", 7, 9, events(GetParam().events))});
+  EXPECT_THAT(m_summary, HasSubstr("Dynamic Lib Load Stats:\n------------------------\n"
+                                   "    Backend Latency: " +
+                                   GetParam().shown + " us\n\n"));
+  EXPECT_THAT(m_listing,
+              HasSubstr("\n7,DLOPEN LATENCY," + GetParam().shown + ",US,NETRUN,ROOT,null\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfEachType, Latencies,
+    testing::Values(Latency{event("x", 340), "340"},
+                    Latency{event("x", 340) + "," + event("y", 5), "340"},
+                    Latency{event("x", 340, "unit:3,subEvents:[" + event("y", 5) + "]"), "340"},
+                    Latency{event("x", 18446744073709551615U), "18446744073709551615"},
+                    Latency{"{valueType:1,int64Value:-1}", "18446744073709551615"},
+                    Latency{"{valueType:3,floatValue:1.5}", "1069547520"},  // 0x3FC00000
+                    Latency{"{valueType:5,doubleValue:1.5}", "4609434218613702656"},
+                    Latency{"{valueType:5,doubleValue:-2.0}", "13835058055282163712"},
+                    Latency{"{valueType:4,rawData:[1,2]}", "0"}, Latency{"{}", "0"}));
+
+TEST_F(SummaryPlugin, LibraryLoadWithoutEventsHasNoLatency) {
+  write({message("10", 7, 9)});
+  EXPECT_THAT(m_summary, Not(HasSubstr("Dynamic Lib Load")));
+  EXPECT_THAT(m_listing, Not(HasSubstr("DLOPEN")));
+}
+
+/// The slots that list events, called by the host with a stream of its own.
+class Listings : public SummaryPlugin {
+ protected:
+  LoadedPlugin::Reader m_reader = m_plugin.reader("none.log");
+  FlushRecorder m_recorder;
+  std::ostream m_stream{&m_recorder};
+};
+
+TEST_F(Listings, EachConsoleLineIsFlushed) {
+  m_reader->printEvents(m_stream, {node("a", 1, 3, {node("b", 2), node("c", 3, 2)}), node("d", 4)});
+  EXPECT_THAT(m_recorder.flushed(),
+              ElementsAre("    Backend (a): 1 cycles\n", "        b: 2 cycles\n",
+                          "        c: 3 bytes\n", "    Backend (d): 4 cycles\n"));
+  EXPECT_EQ(m_recorder.unflushed(), "");
+}
+
+TEST_F(Listings, EachCsvLineIsFlushed) {
+  m_reader->writeEventsCsv(m_stream, {node("a", 1, 3, {node("b", 2)}), node("c", 3, 2)}, 42,
+                           "STEP");
+  EXPECT_THAT(m_recorder.flushed(), ElementsAre("42,STEP,1,CYCLES,BACKEND,ROOT,a\n",
+                                                "42,STEP,2,CYCLES,BACKEND,SUB-EVENT,b\n",
+                                                "42,STEP,3,BYTES,BACKEND,ROOT,c\n"));
+  EXPECT_EQ(m_recorder.unflushed(), "");
+}
+
+TEST_F(Listings, TimeStampsAndKeywordsStandAsTheyAreGiven) {
+  m_reader->writeEventsCsv(m_stream, {node("a", 1)}, 18446744073709551615U, "A,\"b\" ");
+  EXPECT_THAT(m_recorder.flushed(),
+              ElementsAre("18446744073709551615,A,\"b\" ,1,CYCLES,BACKEND,ROOT,a\n"));
+}
+
+}  // namespace
+}  // namespace vyn::test
