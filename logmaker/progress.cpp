@@ -14,7 +14,7 @@ constexpr std::chrono::milliseconds kInterval(200);
 constexpr std::uint64_t kMegabyte = 1'000'000;
 
 std::string describe(std::uint64_t size, std::uint64_t goal) {
-  const std::string megabytes = std::to_string(size / kMegabyte) + " MB";
+  std::string megabytes = std::to_string(size / kMegabyte) + " MB";
   if (goal == 0) {
     return megabytes;
   }

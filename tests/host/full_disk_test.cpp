@@ -75,6 +75,15 @@ TEST_F(FullDiskTest, AFullScratchDirectoryIsNamed) {
   EXPECT_TRUE(std::filesystem::is_empty(disk()));
 }
 
+TEST_F(FullDiskTest, AScratchDirectoryWithoutRoomForTheSummaryIsNamed) {
+  write("disk/all", std::string(kDiskSize, 'x'));
+  ProgramCall summary = call({"run.log", "-r", "summary"});
+  summary.environment = {"TMPDIR=" + disk().string()};
+  const ProgramResult result = runProgram(summary);
+  EXPECT_THAT(result, FailsWith(disk().string() + kDiskFull));
+  EXPECT_EQ(result.output, "");
+}
+
 TEST_F(FullDiskTest, ADocumentThatFitsIsWritten) {
   write("small.log", smallLog());
   EXPECT_THAT(run({"small.log", "-o", "disk/out.json"}), SucceedsQuietly());
