@@ -37,6 +37,13 @@ TEST_F(Averages, DurationIsTheTruncatedMeanAndTheTimeStampTheLastOne) {
   EXPECT_EQ(reader->m_executeAverage[0].timestamp, 3U);
 }
 
+TEST_F(Averages, DurationsMayAddUpToMoreThan32Bits) {
+  const std::string hour =
+      "{header:{},appMetrics:{startTime:1,stopTime:3600000001},method:1,"
+      "graphName:\"A\"}";
+  EXPECT_EQ(read({hour, hour, hour})->m_executeAverage[0].duration, 3600000000U);
+}
+
 TEST_F(Averages, TiesForTheLongestGoToTheLaterExecution) {
   const auto reader = read({execution(1, 5), execution(2, 9), execution(3, 9, event("x", 1))});
   EXPECT_EQ(reader->m_executeMax[0].duration, 9U);

@@ -120,6 +120,13 @@ TEST_F(SummaryPlugin, ListingIsWrittenBeforeTheSummary) {
   EXPECT_THAT(both, HasSubstr("    Backend (" + name + "): 3 us\n"));
 }
 
+TEST_F(SummaryPlugin, GraphNamesWithAZeroByteAreShownWhole) {
+  write({message("1", 1, 2, R"(graphName:"net\u0000A")")});
+  const std::string name("net\0A", 5);
+  EXPECT_THAT(m_summary, HasSubstr("Graph 0 (" + name + "):\n"));
+  EXPECT_THAT(m_listing, HasSubstr(",ROOT,Graph 0: " + name + "\n"));
+}
+
 /// The events of a run of inferences, and the rate that the summary shows.
 struct Rate {
   std::string events;
@@ -238,6 +245,18 @@ TEST_F(Listings, TimeStampsAndKeywordsStandAsTheyAreGiven) {
   m_reader->writeEventsCsv(m_stream, {node("a", 1)}, 18446744073709551615U, "A,\"b\" ");
   EXPECT_THAT(m_recorder.flushed(),
               ElementsAre("18446744073709551615,A,\"b\" ,1,CYCLES,BACKEND,ROOT,a\n"));
+}
+
+TEST_F(Listings, IdentifiersWithAZeroByteAreShownWhole) {
+  const std::string parent("a\0b", 3);
+  const std::string child("c\0d", 3);
+  m_reader->printEvents(m_stream, {node(parent, 1, 3, {node(child, 2)})});
+  m_reader->writeEventsCsv(m_stream, {node(parent, 1, 3, {node(child, 2)})}, 5, "STEP");
+  EXPECT_THAT(
+      m_recorder.flushed(),
+      ElementsAre("    Backend (" + parent + "): 1 cycles\n", "        " + child + ": 2 cycles\n",
+                  "5,STEP,1,CYCLES,BACKEND,ROOT," + parent + "\n",
+                  "5,STEP,2,CYCLES,BACKEND,SUB-EVENT," + child + "\n"));
 }
 
 }  // namespace

@@ -159,6 +159,16 @@ TEST_F(ConsoleBlocks, EmptySeriesCountsAsNoWaitAndHugeOnesDoNotOverflow) {
   EXPECT_NE(text.find("excluding queue wait): 8\n"), std::string::npos);  // 7 - (2^64 - 1)
 }
 
+TEST_F(ConsoleBlocks, MeanWaitIsOfDoublePrecision) {
+  m_reader.m_asyncExecute = true;
+  m_reader.m_executeAverage = {{"a", 16777217, 1, {}}, {"b", 9007199254740993U, 1, {}}};
+  // 2^24 + 1, which no float holds, and 2^53 + 1, which no double holds.
+  m_reader.m_queueWaitSeries = {{"a", {16777217}}, {"b", {9007199254740993U}}};
+  const std::string text = printed(&OpenReader::printExecuteStatsAverage);
+  EXPECT_NE(text.find("excluding queue wait): 0\n"), std::string::npos);
+  EXPECT_NE(text.find("excluding queue wait): 1\n"), std::string::npos);
+}
+
 TEST_F(ConsoleBlocks, FirstWaitOfANameCounts) {
   m_reader.m_asyncExecute = true;
   m_reader.m_executeMin = {{"a", 10, 1, {}}};
