@@ -1,12 +1,11 @@
-// Input: a log file. Whatever the base reader reads without error it can print and list.
+// Input: a log file. Whatever the base reader reads without error it can print, list and
+// write the payloads of.
 
 #include <cstring>
 
-#include "check.h"
-#include "core/vyn_profile_log_reader.h"
+#include "base_run.h"
+#include "input/chunk_format.h"
 #include "log_file.h"
-#include "quiet_streams.h"
-#include "time_limit.h"
 
 namespace {
 
@@ -34,12 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (announcesFarTooMuch(data, size)) {
     return 0;
   }
-  const vyn::fuzz::TimeLimit limit(size);
-  const vyn::fuzz::QuietOutput quiet;
   const vyn::fuzz::LogFile log(data, size);
-  vyn::profiling::VynProfileLogReader reader(log.path(), vyn::profiling::VisibilityLevel{127});
-  if (reader.readInputFile(false)) {
-    vyn::fuzz::check(reader.generateOutput("/dev/null"), "what was read can be written");
-  }
+  const vyn::fuzz::BaseRun run(log.path());
   return 0;
 }
