@@ -121,10 +121,27 @@ void useTheCurrentLoggerTogether() {
   vyn::log::terminateLogging();
 }
 
+// No lock stands between those who hold one logger.
+void holdOneLoggerTogether() {
+  Logger logger(receive, 3);
+  std::atomic<bool> isDone = false;
+  std::atomic<int> rounds = 0;
+  std::vector<std::thread> threads = startThreads(isDone, [&logger, &rounds](int round) {
+    check(logger.setMaxLevel(1 + round % 5), "the level is valid");
+    check(logger.maxLevel() >= 1 && logger.maxLevel() <= 5, "the level is one that was set");
+    logger.log(vyn::log::kError, "", 0, "message %d", round);
+    rounds.fetch_add(1, std::memory_order_relaxed);
+  });
+  waitFor(rounds);
+  isDone.store(true, std::memory_order_relaxed);
+  join(threads);
+}
+
 }  // namespace
 
 int main() {
   replaceLoggersWhileOthersLookThemUp();
   useTheCurrentLoggerTogether();
+  holdOneLoggerTogether();
   return 0;
 }
