@@ -2,12 +2,12 @@
 
 #include <filesystem>
 
+#include "base_run.h"
 #include "check.h"
-#include "core/vyn_profile_log_reader.h"
 #include "document_size.h"
+#include "hashed_output.h"
 #include "json/json_document.h"
 #include "json/vyn_profile_log_reader_json.h"
-#include "quiet_streams.h"
 #include "table_total.h"
 #include "time_limit.h"
 
@@ -16,47 +16,47 @@ namespace {
 
 using profiling::g_jsonDocument;
 
-constexpr profiling::VisibilityLevel kHighestLevel{127};
+/// What one run of the JSON reader gave.
+struct JsonOutput {
+  bool isSound = false;
+  std::size_t messageCount = 0;
+  std::uint64_t document = 0;  // hash of the file
 
-class CountingReader : public profiling::VynProfileLogReader {
- public:
-  using VynProfileLogReader::VynProfileLogReader;
-
-  bool processNextMessage() override {
-    const bool taken = VynProfileLogReader::processNextMessage();
-    m_count += m_reachedEof ? 0 : 1;
-    return taken;
-  }
-
-  std::size_t count() const { return m_count; }
-
- private:
-  std::size_t m_count = 0;
+  bool operator==(const JsonOutput&) const = default;
 };
+
+// Leaves the document's memory behind.
+JsonOutput runJsonReader(const std::string& logPath) {
+  const TimeLimit limit(std::filesystem::file_size(logPath), tablesOf(logPath));
+  profiling::VynProfileLogReaderJSON reader(logPath, profiling::VisibilityLevel{127});
+  JsonOutput output;
+  output.isSound = reader.readInputFile(false);
+  if (output.isSound) {
+    output.messageCount = (*(g_jsonDocument.End() - 1))["messages"].Size();
+    profiling::g_writeSingleObject = true;
+    HashedFile file;
+    check(reader.generateOutput(file.path()), "what the JSON reader read can be written");
+    output.document = file.finish();
+  }
+  g_jsonDocument.SetArray();
+  return output;
+}
 
 }  // namespace
 
 Verdict readWithBoth(const std::string& logPath) {
   const std::size_t size = std::filesystem::file_size(logPath);
-  const std::uint64_t tables = tablesOf(logPath);
-  const TimeLimit limit(size, tables);
-  const QuietOutput quiet;
-  CountingReader base(logPath, kHighestLevel);
-  profiling::VynProfileLogReaderJSON json(logPath, kHighestLevel);
-  const bool isSound = base.readInputFile(false);
-  check(json.readInputFile(false) == isSound, "both readers judge the log alike");
-  if (isSound) {
-    const auto& document = *(g_jsonDocument.End() - 1);
-    check(document["messages"].Size() == base.count(), "both readers see the same messages");
-    check(base.generateOutput("/dev/null"), "what the base reader read can be written");
-    profiling::g_writeSingleObject = true;
-    check(json.generateOutput("/dev/null"), "what the JSON reader read can be written");
-  }
-  check(isInProportion(g_jsonDocument.GetAllocator().Size(), size, tables),
+  const BaseRun base(logPath);
+  check(BaseRun(logPath).outputs() == base.outputs(), "the base reader says the same again");
+  const bool isSound = base.outputs().isSound;
+  const JsonOutput json = runJsonReader(logPath);
+  check(json.isSound == isSound, "both readers judge the log alike");
+  check(!isSound || json.messageCount == base.messageCount(), "both readers see the same messages");
+  check(isInProportion(g_jsonDocument.GetAllocator().Size(), size, tablesOf(logPath)),
         "the document's memory is in proportion to the log");
-  g_jsonDocument.SetArray();
+  check(runJsonReader(logPath) == json, "the JSON reader writes the same again");
   g_jsonDocument.GetAllocator().Clear();
-  return {isSound, base.count()};
+  return {isSound, base.messageCount()};
 }
 
 }  // namespace vyn::fuzz

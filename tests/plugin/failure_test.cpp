@@ -116,6 +116,12 @@ TEST_F(JsonFailure, EmptyOutputName) {
   EXPECT_EQ(printed, "<ms> [ ERROR ] Output JSON file not provided.\n");
 }
 
+TEST_F(JsonFailure, EmptyOutputNameIsSaidEvenWithoutARead) {
+  const auto reader = m_plugin.reader("run.log");  // nothing has started logging yet
+  const std::string printed = printedBy([&] { EXPECT_FALSE(reader->generateOutput("")); });
+  EXPECT_EQ(printed, "<ms> [ ERROR ] Output JSON file not provided.\n");
+}
+
 TEST_F(JsonFailure, OutputInAMissingFolder) {
   const auto reader = readLog(logOf({kGoodChunk}));
   const std::string path = m_folder.path("missing/out.json");

@@ -33,6 +33,20 @@ TEST_F(JsonMessage, MetricsThatAreZeroAreLeftOut) {
             })");
 }
 
+TEST_F(JsonMessage, EachMetricIsWrittenWhenItAloneIsNotZero) {
+  std::string messages;
+  std::string objects;
+  for (const std::string metric : {"startTime", "stopTime", "startMem", "stopMem"}) {
+    messages +=
+        (messages.empty() ? "" : ",") + std::string("{header:{},appMetrics:{") + metric + ":1}}";
+    objects += (objects.empty() ? "        {\n" : ",\n        {\n") + std::string(kZeroHeader) +
+               ",\n            \"appMetrics\": {\n                \"" + metric +
+               "\": 1\n            }\n        }";
+  }
+  EXPECT_EQ(documentOf(logOf({"{messages:[" + messages + "]}"})),
+            "{\n    \"messages\": [\n" + objects + "\n    ]\n}\n");
+}
+
 TEST_F(JsonMessage, KeepsTheOrderOfItsMembers) {
   expectMessage(
       "profilingEvents:[],graphName:\"net\",visibilityLevel:3,method:\"BACKEND_EXECUTE\","

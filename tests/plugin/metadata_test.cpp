@@ -88,6 +88,25 @@ TEST_F(JsonMetadata, NamesTheLogAsItWasGiven) {
       std::string::npos);
 }
 
+TEST_F(JsonMetadata, NameOfTheLogEndsAtItsFirstZeroByte) {
+  using namespace std::string_literals;  // NOLINT(google-build-using-namespace)
+  const std::string path = m_folder.add("run.log", logOf({"{header:{}}"}));
+  const auto reader = m_plugin.reader(path + "\0more\0and more"s);
+  ASSERT_TRUE(reader->readInputFile(false));
+  EXPECT_NE(output(*reader).find("\"inputLogFileLocation\": \"" + path + "\",\n"),
+            std::string::npos);
+}
+
+TEST_F(JsonMetadata, VersionTextsEndAtTheirFirstZeroByte) {
+  const std::string longText(300, 'n');
+  const std::string document =
+      documentOf(logOf({"{header:{netRunVersion:\"" + longText +
+                        "\\u0000hidden\",backendVersion:\"1.2\\u0000hidden\"}}"}));
+  EXPECT_NE(document.find("\"vynNetRunVersion\": \"" + longText +
+                          "\",\n        \"backendVersion\": \"1.2\"\n"),
+            std::string::npos);
+}
+
 TEST_F(JsonMetadata, JsonReaderKeepsNoHeaderDetails) {
   const auto reader = readLog(logOf({"{header:{timeScale:1.0}}"}));
   EXPECT_EQ(reader->getHeaderDetails(), "");

@@ -112,6 +112,25 @@ TEST_F(HeaderDetails, HeaderOfALaterChunkIsTakenWhenTheFirstHasNone) {
   EXPECT_EQ(detailsOf({"{}", kExample}), kExampleDetails);
 }
 
+TEST_F(HeaderDetails, KeepTheZeroBytesOfVersionTexts) {
+  using namespace std::string_literals;  // NOLINT(google-build-using-namespace)
+  const std::string details = detailsOf(
+      {"{header:{netRunVersion:\"2.0\\u0000net\",backendVersion:\"\\u00001.9\\u0000\"}}"});
+  EXPECT_NE(details.find("<version>\nvyn-net-run        2.0\0net\n"
+                         "Backend            \0"
+                         "1.9\0\n"s),
+            std::string::npos);
+}
+
+TEST_F(HeaderDetails, KeepTheZeroBytesOfTheLogsName) {
+  using namespace std::string_literals;  // NOLINT(google-build-using-namespace)
+  const std::string name = m_folder.add("run.log", test::logOf({kExample})) + "\0more"s;
+  OpenReader reader(name, VisibilityLevel{127});
+  ASSERT_TRUE(reader.readInputFile(false));
+  EXPECT_EQ(reader.getHeaderDetails().substr(0, name.size() + 26),
+            "Input Log File Location: " + name + "\n");
+}
+
 TEST_F(HeaderDetails, AreSavedWhateverTheLevel) {
   EXPECT_EQ(detailsOf({kExample}, 0), kExampleDetails);
 }

@@ -1,0 +1,83 @@
+// Only one chunk of a log is in memory at a time.
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+#include "support/json_log.h"
+#include "support/loaded_plugin.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+constexpr std::size_t kChunkSize = std::size_t{8} * 1024 * 1024;  // bytes
+
+int g_largeBlocks = 0;  // of a chunk's size or more, handed out and not given back
+int g_mostLargeBlocks = 0;
+
+void* allocate(std::size_t size) {
+  void* block = std::malloc(size);
+  if (block == nullptr) {
+    throw std::bad_alloc();
+  }
+  if (malloc_usable_size(block) >= kChunkSize) {
+    g_mostLargeBlocks = std::max(g_mostLargeBlocks, ++g_largeBlocks);
+  }
+  return block;
+}
+
+void release(void* block) {
+  if (malloc_usable_size(block) >= kChunkSize) {
+    --g_largeBlocks;
+  }
+  std::free(block);
+}
+
+}  // namespace
+
+// The plug-ins' calls come here too. Not inlined, where GCC takes malloc and delete for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size) { return allocate(size); }
+[[gnu::noinline]] void* operator new[](std::size_t size) { return allocate(size); }
+[[gnu::noinline]] void operator delete(void* block) noexcept { release(block); }
+[[gnu::noinline]] void operator delete[](void* block) noexcept { release(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
+  release(block);
+}
+[[gnu::noinline]] void operator delete[](void* block, std::size_t /*size*/) noexcept {
+  release(block);
+}
+
+namespace vyn::test {
+namespace {
+
+class ChunkMemory : public testing::TestWithParam<const char*> {};
+
+TEST_P(ChunkMemory, HoldsOneChunkAtATime) {
+  const TempFolder folder;
+  // Bytes behind what the chunk says belong to it but to none of its tables.
+  std::string chunk = chunkBytes(
+      "{header:{netRunVersion:\"2\"},messages:[{header:{},appMetrics:{stopTime:1},method:6},"
+      "{header:{},appMetrics:{stopTime:2},method:6}]}");
+  chunk.resize(kChunkSize, '\0');
+  std::string bytes;
+  for (int i = 0; i < 6; ++i) {
+    bytes += framed(chunk);
+  }
+  const LoadedPlugin plugin(GetParam());
+  const LoadedPlugin::Reader reader = plugin.reader(folder.add("run.log", bytes));
+  g_largeBlocks = 0;
+  g_mostLargeBlocks = 0;
+  EXPECT_TRUE(reader->readInputFile(false));
+  EXPECT_EQ(g_mostLargeBlocks, 1);
+  EXPECT_EQ(g_largeBlocks, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(BothReaders, ChunkMemory,
+                         testing::Values(VYN_JSON_PLUGIN, VYN_BASE_PLUGIN),
+                         [](const auto& test) { return test.index == 0 ? "Json" : "Base"; });
+
+}  // namespace
+}  // namespace vyn::test
