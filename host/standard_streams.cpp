@@ -13,11 +13,6 @@
 namespace vyn::host {
 namespace {
 
-void flushStandardOutput() {
-  std::cout.flush();
-  std::fflush(stdout);
-}
-
 void fillDescriptor(int descriptor) {
   if (fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) {
     return;
@@ -37,6 +32,11 @@ void prepareStandardStreams() {
   std::signal(SIGXFSZ, SIG_IGN);
 }
 
+void flushStandardOutput() {
+  std::cout.flush();
+  std::fflush(stdout);
+}
+
 void finishStandardOutput() {
   errno = 0;
   flushStandardOutput();
@@ -44,13 +44,16 @@ void finishStandardOutput() {
   if (std::cout.good() && std::ferror(stdout) == 0) {
     return;
   }
-  // The number is lost when the failing write was an earlier one.
-  throw HostError(
-      "standard output",
-      error != 0 ? explain(error) : "could not be written whole; check where it is directed to");
+  const NamedFile standardOutput{STDOUT_FILENO, kStandardOutputName};
+  if (error != 0 || isClosedPipe(STDOUT_FILENO)) {
+    throwFailure(standardOutput, error);
+  }
+  // The number is lost, for the failing write was an earlier one.
+  throw HostError(kStandardOutputName, "could not be written whole; check where it is directed to");
 }
 
-StandardOutputDiversion::StandardOutputDiversion() : m_standardOutput(duplicateStandardOutput()) {
+StandardOutputDiversion::StandardOutputDiversion()
+    : m_standardOutput(duplicate({STDOUT_FILENO, kStandardOutputName})) {
   flushStandardOutput();
   dup2(STDERR_FILENO, STDOUT_FILENO);
 }
@@ -58,14 +61,6 @@ StandardOutputDiversion::StandardOutputDiversion() : m_standardOutput(duplicateS
 StandardOutputDiversion::~StandardOutputDiversion() {
   flushStandardOutput();
   dup2(m_standardOutput.get(), STDOUT_FILENO);
-}
-
-FileDescriptor duplicateStandardOutput() {
-  FileDescriptor duplicate(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-  if (!duplicate.isOpen()) {
-    throw HostError("standard output", explain(errno));
-  }
-  return duplicate;
 }
 
 }  // namespace vyn::host

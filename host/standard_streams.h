@@ -9,7 +9,14 @@ namespace vyn::host {
 /// and the reader's log lines with it.
 void prepareStandardStreams();
 
-/// Call when everything was printed. Throws HostError when some of it could not be written.
+/// What messages call standard output.
+inline constexpr char kStandardOutputName[] = "standard output";
+
+/// Passes on what waits in the buffers of the C and C++ libraries.
+void flushStandardOutput();
+
+/// Call when everything was printed. Throws HostError when some of it could not be written,
+/// ClosedPipe when nobody reads it any more.
 void finishStandardOutput();
 
 /// While it lives, what is printed to standard output goes to standard error.
@@ -23,8 +30,5 @@ class StandardOutputDiversion {
  private:
   FileDescriptor m_standardOutput;
 };
-
-/// A further descriptor of standard output, which diversions leave alone. Throws HostError.
-FileDescriptor duplicateStandardOutput();
 
 }  // namespace vyn::host

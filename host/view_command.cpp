@@ -1,21 +1,21 @@
 #include "view_command.h"
 
 #include <CLI/CLI.hpp>
-#include <filesystem>
+#include <cctype>
+#include <cstdint>
 #include <iostream>
 #include <memory>
-#include <new>
 #include <optional>
-#include <stdexcept>
 #include <string>
 
-#include "document_check.h"
+#include "default_output.h"
+#include "guarded_reader.h"
 #include "host_error.h"
-#include "log_diagnosis.h"
 #include "log_file.h"
-#include "output_target.h"
+#include "output_destination.h"
 #include "reader_library.h"
 #include "reader_names.h"
+#include "reading.h"
 #include "standard_streams.h"
 
 namespace vyn::host {
@@ -30,50 +30,24 @@ struct ViewOptions {
   std::string reader = "json";
   int level = kMaxLevel;
   bool payloads = false;
+  bool payloadsAnywhere = false;
   bool header = false;
+  bool force = false;
+  std::optional<std::uint64_t> maxOutput;
 };
 
-// Runs a call of the reader, which may run out of memory. Everything that it throws is caught here,
-// while its library is still loaded.
-template <typename Call>
-auto callReader(const LogFile& log, Call call) {
-  try {
-    return call();
-  } catch (const HostError&) {
-    throw;
-  } catch (const std::bad_alloc&) {
-  } catch (const std::length_error&) {
-  } catch (const std::exception& error) {
-    throw HostError(log.path, std::string("the reader failed (") + error.what() +
-                                  "); check the log or give another --reader");
-  }
-  throw HostError(log.path, "not enough memory to read it; free some memory or read a shorter log");
-}
-
-ReaderPointer readLog(const ReaderLibrary& library, const LogFile& log,
-                      const ViewOptions& options) {
-  return callReader(log, [&] {
-    const auto level = static_cast<profiling::VisibilityLevel>(options.level);
-    ReaderPointer reader = library.makeReader(log.path, level);
-    if (!reader->readInputFile(options.payloads)) {
-      throw HostError(log.path, diagnoseLog(log));
-    }
-    return reader;
-  });
-}
-
-void generateOutput(const ReaderPointer& reader, const LogFile& log, const std::string& file,
-                    const std::string& target) {
-  if (!callReader(log, [&] { return reader->generateOutput(file); })) {
-    throw HostError(target, "the reader could not write it; see the reader's own message");
-  }
+profiling::VisibilityLevel levelOf(const ViewOptions& options) {
+  return static_cast<profiling::VisibilityLevel>(options.level);
 }
 
 std::string headerDetails(const ReaderLibrary& library, const LogFile& log,
                           const ViewOptions& options) {
   const StandardOutputDiversion diversion;  // statistics that the reader prints while reading
-  const ReaderPointer reader = readLog(library, log, options);
-  return callReader(log, [&] { return reader->getHeaderDetails(); });
+  GuardedReader reader(library, log, levelOf(options));
+  reader.read(false);
+  std::string details = reader.headerDetails();
+  reader.giveBack();
+  return details;
 }
 
 void printHeader(const ReaderLibrary& library, const LogFile& log, const ViewOptions& options,
@@ -88,50 +62,42 @@ void printHeader(const ReaderLibrary& library, const LogFile& log, const ViewOpt
   finishStandardOutput();
 }
 
-void printOnly(const ReaderLibrary& library, const LogFile& log, const ViewOptions& options) {
-  const ReaderPointer reader = readLog(library, log, options);
-  generateOutput(reader, log, "", "standard output");
-  finishStandardOutput();
-}
-
-// The console text of other readers is part of what was asked for; of the JSON reader it is not.
-bool mustDivert(const OutputTarget& target, OutputKind kind) {
-  return target.isStream() && kind == OutputKind::kJsonDocument;
-}
-
-void writeTo(const std::string& name, const ReaderLibrary& library, const LogFile& log,
-             const ViewOptions& options, OutputKind kind) {
-  OutputTarget target(name, log,
-                      kind == OutputKind::kJsonDocument ? OutputTarget::Content::kReplaced
-                                                        : OutputTarget::Content::kContinued);
-  const TempFile& work = target.workFile();
-  {
-    std::optional<StandardOutputDiversion> diversion;
-    if (mustDivert(target, kind)) {
-      diversion.emplace();
-    }
-    const ReaderPointer reader = readLog(library, log, options);
-    generateOutput(reader, log, work.path(), target.name());
+// Where a payload may go; none when payloads are not asked for.
+std::optional<PayloadPlaces> payloadPlaces(const ViewOptions& options) {
+  if (!options.payloads) {
+    return std::nullopt;
   }
-  checkDocument(work.file(), kind, target.name());
-  finishStandardOutput();  // first: when it fails, a listing must not have grown
-  target.deliver();
+  return options.payloadsAnywhere ? PayloadPlaces::kAnywhere : PayloadPlaces::kCurrentDirectory;
+}
+
+void writeDefaultOutput(const Reading& reading, bool replaces) {
+  const std::string name = defaultOutputName(reading.log);
+  const auto existing =
+      replaces ? TempFile::Existing::kReplaced : checkDefaultOutput(name, reading.log);
+  writeOutput(reading, findDestination(name, reading.log), existing);
+  reportLine("wrote " + name);
 }
 
 void view(const ViewOptions& options) {
   const LogFile log = findLog(options.log);
+  checkStandardStreams(log);
   const ReaderChoice reader = chooseReader(options.reader).value();
   const ReaderLibrary library(reader);
+  const Reading reading{
+      library,
+      log,
+      reader.output,
+      levelOf(options),
+      payloadPlaces(options),
+      options.maxOutput ? OutputLimit(*options.maxOutput) : OutputLimit::standardFor(log)};
   if (options.header) {
     printHeader(library, log, options, reader.output);
   } else if (!options.output.empty()) {
-    writeTo(options.output, library, log, options, reader.output);
+    writeOutput(reading, findDestination(options.output, log), TempFile::Existing::kReplaced);
   } else if (reader.output == OutputKind::kJsonDocument) {
-    const std::string name = std::filesystem::path(log.path).filename().string() + ".json";
-    writeTo(name, library, log, options, reader.output);
-    reportLine("wrote " + name);
+    writeDefaultOutput(reading, options.force);
   } else {
-    printOnly(library, log, options);
+    printOutput(reading);
   }
 }
 
@@ -146,6 +112,27 @@ std::string checkOutput(const std::string& text) {
   return text.empty() ? "the name of the output is empty" : "";
 }
 
+// Sizes become bytes, "none" the largest number.
+std::string readSize(std::string& text) {
+  if (text == "none") {
+    text = std::to_string(OutputLimit::kNone);
+    return "";
+  }
+  if (text.empty() || std::isdigit(static_cast<unsigned char>(text.front())) == 0) {
+    return "'" + text + "' is no size; give bytes, a size like 500MB or 2GiB, or none";
+  }
+  return CLI::AsSizeValue(true)(text);
+}
+
+void addMaxOutput(CLI::App& commandLine, std::optional<std::uint64_t>& maxOutput) {
+  commandLine
+      .add_option("--max-output", maxOutput,
+                  "Stop when an output gets larger: bytes, a size like 500MB or 2GiB, or none. "
+                  "Without it: 1 GiB or 1000 times LOG, whichever is larger")
+      ->type_name("SIZE")
+      ->transform(CLI::Validator(readSize, ""));
+}
+
 std::function<void()> declareView(CLI::App& commandLine) {
   auto options = std::make_shared<ViewOptions>();
   commandLine.add_option("LOG", options->log, "The profiling log")->required();
@@ -154,8 +141,8 @@ std::function<void()> declareView(CLI::App& commandLine) {
           .add_option(
               "-o,--output", options->output,
               "Where to write, - for standard output. json: the document, otherwise written "
-              "to LOG's name with .json in the current directory. summary: a CSV listing, "
-              "added to what FILE holds")
+              "to LOG's name with .json in the current directory, unless something else than "
+              "LOG's document is there. summary: a CSV listing, added to what FILE holds")
           ->type_name("FILE")
           ->check(checkOutput);
   commandLine
@@ -173,6 +160,13 @@ std::function<void()> declareView(CLI::App& commandLine) {
   CLI::Option* payloads =
       commandLine.add_flag("--payloads", options->payloads,
                            "Write object payloads to files in the current directory (summary)");
+  commandLine
+      .add_flag("--payloads-anywhere", options->payloadsAnywhere,
+                "Let payloads leave the current directory and go through symbolic links")
+      ->needs(payloads);
+  commandLine.add_flag("--force", options->force,
+                       "Replace whatever has the name that the document gets without --output");
+  addMaxOutput(commandLine, options->maxOutput);
   commandLine.add_flag("--header", options->header, "Print only the log's header (summary)")
       ->excludes(output)
       ->excludes(payloads);
