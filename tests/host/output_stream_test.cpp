@@ -101,9 +101,8 @@ TEST_F(OutputStreamTest, AListingDoesNotGrowWhenNobodyReadsTheSummary) {
 
 TEST_F(OutputStreamTest, AClosedPipeIsQuietWhateverIsDoneWithItsSignal) {
   write("run.log", logWithDocumentOver(1 << 20));
-  const ProgramResult result =
-      runInShell("trap '' PIPE; { \"$0\" \"$@\"; echo \"status $?\" >&2; } | :",
-                 {"run.log", "-o", "-"});
+  const ProgramResult result = runInShell(
+      "trap '' PIPE; { \"$0\" \"$@\"; echo \"status $?\" >&2; } | :", {"run.log", "-o", "-"});
   EXPECT_EQ(result.errors, kStatusOfClosedPipe);
 }
 
