@@ -60,7 +60,7 @@ TEST_F(OpenOutputTest, ADeletedFileGetsNoNameAgain) {
 
 TEST_F(OpenOutputTest, AFileThatAnotherProcessHoldsOpenIsAddedTo) {
   write("out.txt", "kept\n");
-  EXPECT_THAT(runInShell("exec 5>>out.txt; \"$0\" \"$@\" -o /proc/$$/fd/5 5>&- && :", {"run.log"}),
+  EXPECT_THAT(runInShell("exec 5>>out.txt; \"$0\" \"$@\" -o /proc/$$/fd/5 && :", {"run.log"}),
               SucceedsQuietly());
   EXPECT_EQ(read("out.txt"), "kept\n" + document());
   EXPECT_THAT(names(), ElementsAre("out.txt", "run.log"));
