@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host_error.h"
+
 namespace vyn::host {
 
 PayloadFolder::PayloadFolder(const std::string& directory) {
@@ -15,6 +17,9 @@ PayloadFolder::PayloadFolder(const std::string& directory) {
     if (const std::string original = unnumbered(name); !original.empty()) {
       m_formsByName[original].push_back(name);
     }
+  }
+  if (error) {
+    throw HostError(directory, explain(error.value()));
   }
 }
 

@@ -11,7 +11,7 @@ namespace vyn::host {
 /// forms of others: "a_1.bin" and "a_2.bin" of "a.bin".
 class PayloadFolder {
  public:
-  /// A directory that cannot be read has no names.
+  /// Throws HostError when it cannot be listed.
   explicit PayloadFolder(const std::string& directory);
 
   bool has(const std::string& name) const { return m_names.count(name) != 0; }

@@ -81,7 +81,7 @@ void PayloadGuard::add(const PayloadName& payload) {
 }
 
 // The directory of the name, in its shortest form, when files may be made in it.
-std::string PayloadGuard::checkedDirectory(const PayloadName& payload) const {
+std::string PayloadGuard::checkedDirectory(const PayloadName& payload) {
   const std::string& name = payload.name;
   const bool leaves = name.starts_with('/') || name == ".." || name.ends_with("/..");
   if (leaves && m_places != PayloadPlaces::kAnywhere) {
@@ -100,13 +100,25 @@ std::string PayloadGuard::checkedDirectory(const PayloadName& payload) const {
       checkDirectory(payload, directory);
     }
   }
-  if (!mayBe(directory, W_OK | X_OK)) {
-    refuse(payload, "cannot be written: " + directory + ": " + explain(errno));
-  }
+  checkWritable(payload, directory);
   return directory;
 }
 
-void PayloadGuard::checkDirectory(const PayloadName& payload, const std::string& directory) const {
+// Each directory is looked at once, however many payloads it is to take.
+void PayloadGuard::checkWritable(const PayloadName& payload, const std::string& directory) {
+  if (m_folders.count(directory) != 0) {
+    return;
+  }
+  if (!mayBe(directory, R_OK | W_OK | X_OK)) {
+    refuse(payload, "cannot be written: " + directory + ": " + explain(errno));
+  }
+  m_folders.try_emplace(directory, directory);
+}
+
+void PayloadGuard::checkDirectory(const PayloadName& payload, const std::string& directory) {
+  if (!m_checked.insert(directory).second) {
+    return;
+  }
   struct stat found {};
   if (lstat(directory.c_str(), &found) == 0 && S_ISLNK(found.st_mode)) {
     refuseLink(payload, directory);
@@ -120,17 +132,19 @@ void PayloadGuard::checkDirectory(const PayloadName& payload, const std::string&
 }
 
 void PayloadGuard::checkFile(const PayloadName& payload, const std::string& directory,
-                             const std::string& file) {
+                             const std::string& file) const {
   if (file.empty()) {
     refuse(payload, "names a directory, not a file");
   }
-  const PayloadFolder& found = folder(directory);
+  const PayloadFolder& found = m_folders.at(directory);
   const bool isNumbered = payload.writes > 1 || found.has(file);
   if (file.size() + (isNumbered ? kLongestNumber : 0) > NAME_MAX) {
     refuse(payload, "has a name that is too long");
   }
   checkOutput(payload, directory, file);
-  checkExisting(payload, joined(directory, file));
+  if (found.has(file)) {
+    checkExisting(payload, joined(directory, file));
+  }
   for (const std::string& form : found.numberedForms(file)) {
     checkExisting(payload, joined(directory, form));
   }
@@ -162,9 +176,7 @@ void PayloadGuard::checkOutput(const PayloadName& payload, const std::string& di
 // The second file of such a name goes to another directory, which nobody has made.
 void PayloadGuard::checkNumberedDirectory(const PayloadName& payload,
                                           const std::string& path) const {
-  struct stat found {};
-  const bool isNumbered = payload.writes > 1 || lstat(path.c_str(), &found) == 0;
-  if (isNumbered && m_places != PayloadPlaces::kAnywhere) {
+  if (m_places != PayloadPlaces::kAnywhere && (payload.writes > 1 || mayBe(path, F_OK))) {
     refuse(
         payload,
         std::string("would be numbered in the name of its directory, for that has the last dot") +
@@ -223,10 +235,6 @@ std::set<std::uint64_t> PayloadGuard::sizesOf(const std::string& directory,
     }
   }
   return sizes;
-}
-
-const PayloadFolder& PayloadGuard::folder(const std::string& directory) {
-  return m_folders.try_emplace(directory, directory).first->second;
 }
 
 void PayloadGuard::refuseLeaving(const PayloadName& payload) const {

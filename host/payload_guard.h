@@ -35,16 +35,17 @@ class PayloadGuard {
 
  private:
   void add(const PayloadName& payload);
-  std::string checkedDirectory(const PayloadName& payload) const;
-  void checkDirectory(const PayloadName& payload, const std::string& directory) const;
-  void checkFile(const PayloadName& payload, const std::string& directory, const std::string& file);
+  std::string checkedDirectory(const PayloadName& payload);
+  void checkDirectory(const PayloadName& payload, const std::string& directory);
+  void checkWritable(const PayloadName& payload, const std::string& directory);
+  void checkFile(const PayloadName& payload, const std::string& directory,
+                 const std::string& file) const;
   void checkExisting(const PayloadName& payload, const std::string& path) const;
   void checkOutput(const PayloadName& payload, const std::string& directory,
                    const std::string& file) const;
   void checkNumberedDirectory(const PayloadName& payload, const std::string& path) const;
   bool checkNew(const std::string& directory, const std::string& name) const;
   std::set<std::uint64_t> sizesOf(const std::string& directory, const std::string& name) const;
-  const PayloadFolder& folder(const std::string& directory);
   [[noreturn]] void refuse(const PayloadName& payload, const std::string& reason) const;
   [[noreturn]] void refuseLeaving(const PayloadName& payload) const;
   void refuseLink(const PayloadName& payload, const std::string& link) const;
@@ -54,6 +55,7 @@ class PayloadGuard {
   const LogFile& m_log;
   PayloadPlaces m_places;
   std::filesystem::path m_output;                  // its directory without symbolic links
+  std::set<std::string> m_checked;                 // directories that a payload may go through
   std::map<std::string, PayloadFolder> m_folders;  // as they were before, by directory
   std::map<std::string, SizesByFile> m_targets;    // of the payloads, by directory
 };
