@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "host_error.h"
+#include "saturating.h"
 #include "standard_streams.h"
 
 namespace vyn::host {
@@ -13,15 +14,11 @@ namespace {
 constexpr std::uint64_t kLeast = std::uint64_t{1} << 30;  // bytes
 constexpr std::uint64_t kTimesTheLog = 1000;
 
-std::uint64_t sum(std::uint64_t left, std::uint64_t right) {
-  return right > UINT64_MAX - left ? UINT64_MAX : left + right;
-}
-
 }  // namespace
 
 OutputLimit OutputLimit::standardFor(const LogFile& log) {
   const auto size = static_cast<std::uint64_t>(log.canBeReadAgain() ? log.status.st_size : 0);
-  return OutputLimit(size > kNone / kTimesTheLog ? kNone : std::max(kLeast, size * kTimesTheLog));
+  return OutputLimit(std::max(kLeast, saturatingProduct(size, kTimesTheLog)));
 }
 
 void OutputLimit::check(std::uint64_t size, const std::string& target) const {
@@ -35,7 +32,7 @@ void OutputLimit::check(std::uint64_t size, const std::string& target) const {
 EnforcedLimit::EnforcedLimit(const OutputLimit& limit, std::uint64_t present) : m_limit(limit) {
   getrlimit(RLIMIT_FSIZE, &m_previous);
   // One byte more, which tells an output that is too large from one that just fits.
-  const std::uint64_t largest = sum(sum(limit.bytes(), present), 1);
+  const std::uint64_t largest = saturatingSum(saturatingSum(limit.bytes(), present), 1);
   if (largest >= static_cast<std::uint64_t>(std::numeric_limits<off_t>::max()) ||
       m_previous.rlim_cur <= largest) {
     return;

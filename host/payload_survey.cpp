@@ -15,6 +15,7 @@
 #include "host_error.h"
 #include "input/chunk_stream.h"
 #include "input/chunk_verifier.h"
+#include "saturating.h"
 
 namespace vyn::host {
 namespace {
@@ -27,14 +28,6 @@ constexpr std::size_t kShown = 200;  // bytes of a text in a message
 
 // The listings of the average, the fastest and the slowest execution each write the payload again.
 constexpr std::uint64_t kListings = 3;
-
-std::uint64_t sum(std::uint64_t left, std::uint64_t right) {
-  return right > UINT64_MAX - left ? UINT64_MAX : left + right;
-}
-
-std::uint64_t product(std::uint64_t left, std::uint64_t right) {
-  return left != 0 && right > UINT64_MAX / left ? UINT64_MAX : left * right;
-}
 
 // How often a message's payloads are written.
 struct Repetition {
@@ -109,9 +102,9 @@ class Surveyor {
     const std::uint64_t writes = writesOf(event, repetition);
     PayloadName& payload = m_survey.names[place];
     payload.sizes.insert(payloadSize(event));
-    payload.writes = sum(payload.writes, writes);
-    const std::uint64_t bytes = sum(payloadSize(event), payload.name.size());
-    m_survey.bytes = sum(m_survey.bytes, product(writes, bytes));
+    payload.writes = saturatingSum(payload.writes, writes);
+    const std::uint64_t bytes = saturatingSum(payloadSize(event), payload.name.size());
+    m_survey.bytes = saturatingSum(m_survey.bytes, saturatingProduct(writes, bytes));
   }
 
   // Texts are told apart by their place first, so that one that many events share is read once.
