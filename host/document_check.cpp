@@ -14,16 +14,8 @@ namespace {
 
 constexpr std::size_t kTailSize = 8;  // bytes; longer than any ending that is looked for
 
-off_t sizeOf(const NamedFile& file) {
-  struct stat status {};
-  if (fstat(file.descriptor, &status) != 0) {
-    throw HostError(file.name, explain(errno));
-  }
-  return status.st_size;
-}
-
 std::string tailOf(const NamedFile& file) {
-  const off_t size = sizeOf(file);
+  const auto size = static_cast<off_t>(sizeOf(file));
   const off_t start = size - std::min(size, static_cast<off_t>(kTailSize));
   std::array<char, kTailSize> tail{};
   const ssize_t count = pread(file.descriptor, tail.data(), tail.size(), start);
@@ -31,14 +23,6 @@ std::string tailOf(const NamedFile& file) {
     throw HostError(file.name, explain(errno));
   }
   return {tail.data(), static_cast<std::size_t>(count)};
-}
-
-// Throws when the file cannot grow by a byte, which then is also what cut it short.
-void probeGrowth(const NamedFile& file) {
-  const off_t size = sizeOf(file);
-  if (pwrite(file.descriptor, "", 1, size) != 1 || ftruncate(file.descriptor, size) != 0) {
-    throw HostError(file.name, explain(errno));
-  }
 }
 
 [[noreturn]] void throwCutShort(const NamedFile& file) {
@@ -59,15 +43,14 @@ void checkJsonDocument(const NamedFile& file, const std::string& target) {
   throwCutShort(file);
 }
 
-// A listing has no end mark: that it could still grow is what tells that nothing is missing.
-void checkListing(const NamedFile& file) {
-  probeGrowth(file);
-  if (fsync(file.descriptor) != 0) {
+}  // namespace
+
+void probeGrowth(const NamedFile& file) {
+  const auto size = static_cast<off_t>(sizeOf(file));
+  if (pwrite(file.descriptor, "", 1, size) != 1 || ftruncate(file.descriptor, size) != 0) {
     throw HostError(file.name, explain(errno));
   }
 }
-
-}  // namespace
 
 void checkDocument(const NamedFile& file, OutputKind kind, const std::string& target) {
   switch (kind) {
@@ -78,10 +61,11 @@ void checkDocument(const NamedFile& file, OutputKind kind, const std::string& ta
       if (!tailOf(file).ends_with('\n')) {
         throwCutShort(file);
       }
-      checkListing(file);
+      // A listing has no end mark: that it could still grow tells that nothing is missing.
+      probeGrowth(file);
       return;
     case OutputKind::kUnknown:
-      checkListing(file);
+      probeGrowth(file);
       return;
   }
 }

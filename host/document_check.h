@@ -13,4 +13,7 @@ namespace vyn::host {
 /// place.
 void checkDocument(const NamedFile& file, OutputKind kind, const std::string& target);
 
+/// Throws HostError when the file cannot grow by a byte, which then is also what cut it short.
+void probeGrowth(const NamedFile& file);
+
 }  // namespace vyn::host

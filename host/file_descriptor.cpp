@@ -1,5 +1,8 @@
 #include "file_descriptor.h"
 
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -13,19 +16,19 @@ namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{1} << 18;  // bytes
 
-std::size_t checked(ssize_t count, const std::string& name) {
+std::size_t checked(ssize_t count, const NamedFile& file) {
   if (count >= 0) {
     return static_cast<std::size_t>(count);
   }
   if (errno == EINTR) {
     return 0;
   }
-  throw HostError(name, explain(errno));
+  throwFailure(file, errno);
 }
 
 void writeAll(const NamedFile& file, const char* bytes, std::size_t size) {
   while (size > 0) {
-    const std::size_t count = checked(write(file.descriptor, bytes, size), file.name);
+    const std::size_t count = checked(write(file.descriptor, bytes, size), file);
     bytes += count;
     size -= count;
   }
@@ -40,12 +43,43 @@ int FileDescriptor::close() {
   return ::close(std::exchange(m_descriptor, kNone)) == 0 ? 0 : errno;
 }
 
+std::uint64_t sizeOf(const NamedFile& file) {
+  struct stat status {};
+  if (fstat(file.descriptor, &status) != 0) {
+    throw HostError(file.name, explain(errno));
+  }
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+FileDescriptor duplicate(const NamedFile& file) {
+  FileDescriptor copy(fcntl(file.descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+  if (!copy.isOpen()) {
+    throw HostError(file.name, explain(errno));
+  }
+  return copy;
+}
+
+bool isClosedPipe(int descriptor) {
+  struct stat status {};
+  pollfd polled{descriptor, 0, 0};
+  return fstat(descriptor, &status) == 0 &&
+         (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode)) && poll(&polled, 1, 0) == 1 &&
+         (polled.revents & (POLLERR | POLLHUP)) != 0;
+}
+
+void throwFailure(const NamedFile& file, int error) {
+  if (isClosedPipe(file.descriptor)) {
+    throw ClosedPipe(file.name, explain(EPIPE));
+  }
+  throw HostError(file.name, explain(error));
+}
+
 void copyFile(const NamedFile& from, const NamedFile& to) {
   std::vector<char> block(kBlockSize);
   off_t offset = 0;
   ssize_t count = 0;
   while ((count = pread(from.descriptor, block.data(), block.size(), offset)) != 0) {
-    const std::size_t size = checked(count, from.name);
+    const std::size_t size = checked(count, from);
     writeAll(to, block.data(), size);
     offset += static_cast<off_t>(size);
   }

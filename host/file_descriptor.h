@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -34,10 +35,24 @@ class FileDescriptor {
 /// An open file and what to call it in messages.
 struct NamedFile {
   int descriptor;
-  const std::string& name;
+  std::string name;
 };
 
-/// Copies the file `from`, from its start to its end, to `to`. Throws HostError.
+/// Bytes. Throws HostError.
+std::uint64_t sizeOf(const NamedFile& file);
+
+/// A further descriptor of the same open file, above those of the standard streams. Throws
+/// HostError.
+FileDescriptor duplicate(const NamedFile& file);
+
+/// True when `descriptor` is a pipe or a socket that nobody reads from any more.
+bool isClosedPipe(int descriptor);
+
+/// Throws HostError for the system call on `file` that failed with `error`; ClosedPipe when that is
+/// because nobody reads from it any more.
+[[noreturn]] void throwFailure(const NamedFile& file, int error);
+
+/// Copies the file `from`, from its start to its end, to `to`. Throws HostError, ClosedPipe.
 void copyFile(const NamedFile& from, const NamedFile& to);
 
 }  // namespace vyn::host

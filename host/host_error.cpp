@@ -19,6 +19,8 @@ std::string explain(int error) {
     case EACCES:
     case EPERM:
       return "no permission; change the permissions or choose another file";
+    case EEXIST:
+      return "is there already; give another name with --output, or --force to replace it";
     case ENOSPC:
     case EDQUOT:
       return "disk full; free some space or choose another place";

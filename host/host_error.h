@@ -14,6 +14,16 @@ class HostError : public std::runtime_error {
       : std::runtime_error(subject + ": " + explanation) {}
 };
 
+/// Of a log.
+inline constexpr char kNotEnoughMemory[] =
+    "not enough memory to read it; free some memory or read a shorter log";
+
+/// Nobody reads what the program writes any more: it ends quietly, as others do then.
+class ClosedPipe : public HostError {
+ public:
+  using HostError::HostError;
+};
+
 /// What a system call's `error` number means to the user, and what to do: "no such file ...; ...".
 std::string explain(int error);
 

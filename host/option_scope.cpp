@@ -1,20 +1,32 @@
 #include "option_scope.h"
 
+#include <string>
+
 namespace vyn::host {
 namespace {
 
-constexpr const char* kIgnoredForDocuments[] = {"--level", "--payloads", "--header"};
+void refuse(const CLI::App& commandLine, std::initializer_list<const char*> names,
+            const std::string& reason) {
+  for (const char* name : names) {
+    if (commandLine.count(name) > 0) {
+      throw CLI::ValidationError(name, reason);
+    }
+  }
+}
 
 }  // namespace
 
 void refuseIgnoredOptions(const CLI::App& commandLine, OutputKind kind) {
-  if (kind != OutputKind::kJsonDocument) {
-    return;
-  }
-  for (const char* name : kIgnoredForDocuments) {
-    if (commandLine.count(name) > 0) {
-      throw CLI::ValidationError(name, "has no effect on a JSON document; add --reader summary");
-    }
+  switch (kind) {
+    case OutputKind::kJsonDocument:
+      refuse(commandLine, {"--level", "--payloads", "--header"},
+             "has no effect on a JSON document; add --reader summary");
+      return;
+    case OutputKind::kCsvListing:
+      refuse(commandLine, {"--force"}, "has no effect on a listing, which is added to its file");
+      return;
+    case OutputKind::kUnknown:
+      return;
   }
 }
 

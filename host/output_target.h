@@ -1,11 +1,10 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 
-#include "file_descriptor.h"
-#include "log_file.h"
+#include "directory_lock.h"
+#include "output_destination.h"
 #include "temp_file.h"
 
 namespace vyn::host {
@@ -17,12 +16,12 @@ class OutputTarget {
  public:
   enum class Content {
     kReplaced,  ///< the reader writes the file anew
-    kContinued  ///< the reader adds to what the file holds
+    kAppended,  ///< the reader writes what is to follow the file's content
+    kContinued  ///< the reader gets the file's content and may do with it what it likes
   };
 
-  /// `name` as the user gave it; "-" is standard output. Throws HostError when nothing can be
-  /// written there, or when it is the log itself.
-  OutputTarget(const std::string& name, const LogFile& log, Content content);
+  /// Throws HostError when nothing can be written there.
+  OutputTarget(OutputDestination destination, Content content, TempFile::Existing existing);
 
   /// For messages.
   const std::string& name() const { return m_destination.name; }
@@ -32,24 +31,18 @@ class OutputTarget {
 
   const TempFile& workFile() const { return m_workFile; }
 
-  /// Puts what the reader wrote into its place. Throws HostError.
+  /// Puts what the reader wrote into its place. Throws HostError, ClosedPipe.
   void deliver();
 
  private:
-  struct Destination {
-    std::string name;
-    FileDescriptor stream;             // open when the output is copied there
-    std::filesystem::path file;        // else the file to be replaced, no symbolic link
-    std::optional<struct stat> found;  // the file's state, if it exists
-  };
+  void copyFoundFile(const TempFile& copy) const;
+  void moveIntoPlace(TempFile& file) const;
+  void deliverAppended();
 
-  static Destination resolve(const std::string& name, const LogFile& log);
-  static TempFile makeWorkFile(const Destination& destination);
-
-  void copyFoundFile();
-  void adoptMode();
-
-  Destination m_destination;
+  OutputDestination m_destination;
+  Content m_content;
+  TempFile::Existing m_existing;
+  std::optional<DirectoryLock> m_lock;  // while what was found must stay as it is
   TempFile m_workFile;
 };
 

@@ -60,15 +60,6 @@ ReaderLibrary::ReaderLibrary(const ReaderChoice& choice)
   m_deleteReader = reinterpret_cast<profiling::DeleteReader*>(findExport("deleteReader"));
 }
 
-ReaderPointer ReaderLibrary::makeReader(const std::string& logPath,
-                                        profiling::VisibilityLevel level) const {
-  ReaderPointer reader(m_createReader(logPath, level), m_deleteReader);
-  if (reader == nullptr) {
-    throw HostError(m_path, "made no reader; give another --reader");
-  }
-  return reader;
-}
-
 void* ReaderLibrary::findExport(const char* symbol) const {
   void* address = dlsym(m_handle.get(), symbol);
   if (address == nullptr) {

@@ -8,16 +8,21 @@
 
 namespace vyn::host {
 
-/// A reader that goes back to its own library's `deleteReader`.
-using ReaderPointer = std::unique_ptr<profiling::ProfileLogReader, profiling::DeleteReader*>;
-
 /// A loaded reader library. It must outlive its readers and what they throw.
 class ReaderLibrary {
  public:
   /// Throws HostError when the library is not found, cannot be loaded or lacks an export.
   explicit ReaderLibrary(const ReaderChoice& choice);
 
-  ReaderPointer makeReader(const std::string& logPath, profiling::VisibilityLevel level) const;
+  /// Where the library was found.
+  const std::string& path() const { return m_path; }
+
+  /// The library's own operations, which may throw anything. The reader goes back to this library.
+  profiling::ProfileLogReader* createReader(const std::string& logPath,
+                                            profiling::VisibilityLevel level) const {
+    return m_createReader(logPath, level);
+  }
+  void deleteReader(profiling::ProfileLogReader* reader) const { m_deleteReader(reader); }
 
  private:
   struct Unload {

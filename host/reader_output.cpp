@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -18,7 +17,6 @@
 namespace vyn::host {
 namespace {
 
-constexpr char kStandardOutputName[] = "standard output";
 constexpr std::size_t kTailSize = 4096;  // bytes; the logger's longest line has 1023
 
 // Where no file can be made without a name, memory holds the text.
@@ -34,24 +32,20 @@ FileDescriptor makeTextFile() {
   return file;
 }
 
-off_t sizeOf(const FileDescriptor& file) {
-  struct stat status {};
-  return fstat(file.get(), &status) == 0 ? status.st_size : 0;
-}
-
 // Throws with the reason that a write to the file fails for.
-[[noreturn]] void throwCutShort(const FileDescriptor& file) {
+[[noreturn]] void throwCutShort(const NamedFile& text) {
   errno = 0;
-  const ssize_t count = pwrite(file.get(), "", 1, sizeOf(file));
+  const ssize_t count = pwrite(text.descriptor, "", 1, static_cast<off_t>(sizeOf(text)));
   throw HostError(scratchDirectory(), count < 0 ? explain(errno)
                                                 : "what the reader printed could not be kept "
                                                   "whole; check the disk");
 }
 
-std::string tailOf(const FileDescriptor& file) {
+std::string tailOf(const NamedFile& text) {
   std::string tail(kTailSize, '\0');
-  const off_t start = std::max<off_t>(0, sizeOf(file) - static_cast<off_t>(kTailSize));
-  const ssize_t count = pread(file.get(), tail.data(), tail.size(), start);
+  const std::uint64_t size = sizeOf(text);
+  const auto start = static_cast<off_t>(size - std::min<std::uint64_t>(size, kTailSize));
+  const ssize_t count = pread(text.descriptor, tail.data(), tail.size(), start);
   tail.resize(static_cast<std::size_t>(std::max<ssize_t>(0, count)));
   return tail;
 }
@@ -70,16 +64,17 @@ std::string_view withoutLogPrefix(std::string_view line) {
 
 }  // namespace
 
-ReaderOutput::ReaderOutput() : m_standardOutput(duplicateStandardOutput()), m_text(makeTextFile()) {
+ReaderOutput::ReaderOutput()
+    : m_standardOutput(duplicate({STDOUT_FILENO, kStandardOutputName})), m_text(makeTextFile()) {
   flushStandardOutput();
   dup2(m_text.get(), STDOUT_FILENO);
 }
 
-ReaderOutput::~ReaderOutput() { stop(); }
+ReaderOutput::~ReaderOutput() { end(); }
 
 std::string ReaderOutput::lastLine() const {
   flushStandardOutput();
-  const std::string tail = tailOf(m_text);
+  const std::string tail = tailOf({m_text.get(), kStandardOutputName});
   const std::size_t end = tail.find_last_not_of('\n');
   if (end == std::string::npos) {
     return {};
@@ -88,17 +83,18 @@ std::string ReaderOutput::lastLine() const {
   return std::string(withoutLogPrefix(std::string_view(tail).substr(start, end + 1 - start)));
 }
 
+std::uint64_t ReaderOutput::size() const { return sizeOf({m_text.get(), kStandardOutputName}); }
+
 void ReaderOutput::passOn() {
-  stop();
+  end();
   if (!std::cout.good() || std::ferror(stdout) != 0) {
-    throwCutShort(m_text);
+    throwCutShort({m_text.get(), kStandardOutputName});
   }
-  const std::string name = kStandardOutputName;
-  copyFile({m_text.get(), name}, {STDOUT_FILENO, name});
+  copyFile({m_text.get(), kStandardOutputName}, {STDOUT_FILENO, kStandardOutputName});
 }
 
 void ReaderOutput::passToStandardError() {
-  stop();
+  end();
   const std::string name = "standard error";
   try {
     copyFile({m_text.get(), name}, {STDERR_FILENO, name});
@@ -107,7 +103,7 @@ void ReaderOutput::passToStandardError() {
   }
 }
 
-void ReaderOutput::stop() {
+void ReaderOutput::end() {
   if (m_standardOutput.isOpen()) {
     flushStandardOutput();
     dup2(m_standardOutput.get(), STDOUT_FILENO);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "file_descriptor.h"
@@ -21,16 +22,20 @@ class ReaderOutput {
   /// reader fails, its reason. Empty when nothing was printed.
   std::string lastLine() const;
 
+  /// Ends the gathering: from now on standard output is printed to again.
+  void end();
+
+  /// How many bytes were printed so far.
+  std::uint64_t size() const;
+
   /// Ends the gathering and writes the text to standard output. Throws HostError when that fails or
-  /// the text was not gathered whole.
+  /// the text was not gathered whole, ClosedPipe when nobody reads it.
   void passOn();
 
   /// The same to standard error, where it is no loss when it cannot be written.
   void passToStandardError();
 
  private:
-  void stop();
-
   FileDescriptor m_standardOutput;  // open while the text is gathered
   FileDescriptor m_text;
 };

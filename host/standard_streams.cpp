@@ -32,6 +32,11 @@ void prepareStandardStreams() {
   std::signal(SIGXFSZ, SIG_IGN);
 }
 
+void flushStandardOutput() {
+  std::cout.flush();
+  std::fflush(stdout);
+}
+
 void finishStandardOutput() {
   errno = 0;
   flushStandardOutput();
@@ -39,23 +44,12 @@ void finishStandardOutput() {
   if (std::cout.good() && std::ferror(stdout) == 0) {
     return;
   }
-  // The number is lost when the failing write was an earlier one.
-  throw HostError(
-      "standard output",
-      error != 0 ? explain(error) : "could not be written whole; check where it is directed to");
-}
-
-void flushStandardOutput() {
-  std::cout.flush();
-  std::fflush(stdout);
-}
-
-FileDescriptor duplicateStandardOutput() {
-  FileDescriptor duplicate(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
-  if (!duplicate.isOpen()) {
-    throw HostError("standard output", explain(errno));
+  const NamedFile standardOutput{STDOUT_FILENO, kStandardOutputName};
+  if (error != 0 || isClosedPipe(STDOUT_FILENO)) {
+    throwFailure(standardOutput, error);
   }
-  return duplicate;
+  // The number is lost, for the failing write was an earlier one.
+  throw HostError(kStandardOutputName, "could not be written whole; check where it is directed to");
 }
 
 }  // namespace vyn::host

@@ -9,13 +9,14 @@ namespace vyn::host {
 /// and the reader's log lines with it. Reading from or writing to one that was closed fails.
 void prepareStandardStreams();
 
-/// Call when everything was printed. Throws HostError when some of it could not be written.
-void finishStandardOutput();
+/// What messages call standard output.
+inline constexpr char kStandardOutputName[] = "standard output";
 
-/// Empties the program's own buffers.
+/// Passes on what waits in the buffers of the C and C++ libraries.
 void flushStandardOutput();
 
-/// A further descriptor of standard output, which diversions leave alone. Throws HostError.
-FileDescriptor duplicateStandardOutput();
+/// Call when everything was printed. Throws HostError when some of it could not be written,
+/// ClosedPipe when nobody reads it any more.
+void finishStandardOutput();
 
 }  // namespace vyn::host

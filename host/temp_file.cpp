@@ -14,6 +14,27 @@ namespace {
 
 constexpr std::size_t kMaxNamePart = 240;  // bytes of the name; leaves room within 255 for the rest
 
+// Returns 0 or the error number. A file system that cannot refuse in one step (EINVAL) replaces.
+int rename(const std::string& path, const std::string& target, TempFile::Existing existing) {
+  if (existing == TempFile::Existing::kRefused) {
+    if (renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) {
+      return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS) {
+      return errno;
+    }
+  }
+  return std::rename(path.c_str(), target.c_str()) == 0 ? 0 : errno;
+}
+
+// The new name survives a power failure only when its directory reached the disk too. Not every
+// file system can do that, and the output is in place already: a failure is none of the user's.
+void syncDirectory(const std::filesystem::path& directory) {
+  const FileDescriptor opened(
+      open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  [[maybe_unused]] const int synced = fsync(opened.get());
+}
+
 }  // namespace
 
 TempFile::TempFile(const std::filesystem::path& directory, const std::string& name,
@@ -36,16 +57,20 @@ TempFile::~TempFile() {
   }
 }
 
-void TempFile::moveTo(const std::filesystem::path& target) {
+void TempFile::moveTo(const std::filesystem::path& target, Existing existing) {
+  if (fsync(m_descriptor.get()) != 0) {
+    throw HostError(m_subject, explain(errno));
+  }
   if (const int error = m_descriptor.close(); error != 0) {
     throw HostError(m_subject, explain(error));
   }
   const SignalDelay delay;
-  if (std::rename(m_path.c_str(), target.c_str()) != 0) {
-    throw HostError(m_subject, explain(errno));
+  if (const int error = rename(m_path, target, existing); error != 0) {
+    throw HostError(m_subject, explain(error));
   }
   m_path.clear();
   m_removal.reset();
+  syncDirectory(target.parent_path());
 }
 
 }  // namespace vyn::host

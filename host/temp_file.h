@@ -13,6 +13,11 @@ namespace vyn::host {
 /// signal ends the program, unless it was given a lasting name.
 class TempFile {
  public:
+  enum class Existing {
+    kReplaced,  ///< a file of the lasting name is replaced
+    kRefused    ///< the lasting name must be free
+  };
+
   /// Makes `directory`/.`name`.XXXXXX, open for reading and writing. `subject` is what messages
   /// call it. Throws HostError.
   TempFile(const std::filesystem::path& directory, const std::string& name, std::string subject);
@@ -23,8 +28,9 @@ class TempFile {
   const std::string& path() const { return m_path; }
   NamedFile file() const { return {m_descriptor.get(), m_subject}; }
 
-  /// Closes the file and moves it over `target`, in the same directory. Throws HostError.
-  void moveTo(const std::filesystem::path& target);
+  /// Brings the file to the disk, closes it and gives it the name `target`, in the same directory.
+  /// Throws HostError.
+  void moveTo(const std::filesystem::path& target, Existing existing);
 
  private:
   std::string m_subject;

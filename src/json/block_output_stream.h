@@ -51,6 +51,9 @@ class BlockOutputStream {
   /// The writer's own flush at the end of a document; the text goes out with writeBlock.
   void Flush() {}  // NOLINT(readability-identifier-naming): RapidJSON calls it
 
+  /// True when text could not be passed on; what is put then is lost.
+  bool hasFailed() const { return !m_file.good(); }
+
   /// Passes on what has been put since the last block.
   void writeBlock() {
     m_file.write(m_block->data(), static_cast<std::streamsize>(m_used));

@@ -41,8 +41,15 @@ TEST_P(FatalSignalTest, RemovesTheTempFileAndKeepsTheOldOutput) {
   EXPECT_THAT(names(), ElementsAre("out.json", "pipe"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Signals, FatalSignalTest, testing::Values(SIGINT, SIGTERM, SIGHUP),
-                         [](const auto& signal) { return sigabbrev_np(signal.param); });
+INSTANTIATE_TEST_SUITE_P(Signals, FatalSignalTest,
+                         testing::Values(SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGALRM, SIGVTALRM,
+                                         SIGPROF, SIGUSR1, SIGUSR2, SIGXCPU, SIGIO, SIGPWR,
+                                         SIGSTKFLT, SIGABRT, SIGRTMIN, SIGRTMAX),
+                         [](const auto& signal) {
+                           const char* name = sigabbrev_np(signal.param);
+                           return name != nullptr ? std::string(name)
+                                                  : "RT" + std::to_string(signal.param);
+                         });
 
 TEST_F(InterruptionTest, AKilledProgramLeavesTheOldOutput) {
   RunningProgram program(call({"pipe", "-o", "out.json"}));

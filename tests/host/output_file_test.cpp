@@ -1,7 +1,6 @@
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include "host/host_fixture.h"
+#include "host/nobody_fixture.h"
 
 namespace vyn::test {
 namespace {
@@ -91,36 +90,9 @@ TEST_F(OutputFileTest, TheLogItselfIsRefusedUnderAnyName) {
   EXPECT_EQ(read("run.log"), smallLog());
 }
 
-// Runs as a user who may do nothing but what modes allow.
-class PermissionTest : public OutputFileTest {
+class PermissionTest : public NobodyTest {
  protected:
-  static constexpr uid_t kNobody = 65534;
-
-  // The program and its readers are copied, for their own place may be closed to that user.
-  ProgramResult runAsNobody(std::vector<std::string> arguments) const {
-    const fs::path bin = directory() / "bin";
-    fs::create_directory(bin);
-    fs::copy(VYN_PROFILE_VIEWER, bin);
-    fs::copy(VYN_JSON_PLUGIN, bin);
-    ProgramCall restricted = call(std::move(arguments));
-    restricted.words.front() = bin / "vyn-profile-viewer";
-    if (geteuid() == 0) {
-      const std::string id = std::to_string(kNobody);
-      restricted.words.insert(restricted.words.begin(),
-                              {"setpriv", "--reuid", id, "--regid", id, "--clear-groups"});
-      EXPECT_EQ(chown(directory().c_str(), kNobody, kNobody), 0);
-    }
-    ProgramResult result = runProgram(restricted);
-    fs::remove_all(bin);
-    return result;
-  }
-
-  void setMode(const std::string& name, mode_t mode) const {
-    chmod((directory() / name).c_str(), mode);
-    if (geteuid() == 0) {
-      EXPECT_EQ(chown((directory() / name).c_str(), kNobody, kNobody), 0);
-    }
-  }
+  PermissionTest() { write("run.log", smallLog()); }
 };
 
 TEST_F(PermissionTest, ReadersAreFoundBesideTheProgram) {

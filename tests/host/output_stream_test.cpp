@@ -66,14 +66,40 @@ TEST_F(OutputStreamTest, ClosedStandardStreamsStayOutOfTheFile) {
   EXPECT_EQ(read("out.json"), expected);
 }
 
-TEST_F(OutputStreamTest, AReaderThatGoesAwayFails) {
+// As a shell reports the signal of a closed pipe.
+constexpr char kStatusOfClosedPipe[] = "status 141\n";
+
+TEST_F(OutputStreamTest, AReaderThatGoesAwayEndsTheProgramQuietly) {
   write("run.log", logWithDocumentOver(1 << 20));
   const ProgramResult result =
       runInShell("{ \"$0\" \"$@\"; echo \"status $?\" >&2; } | :", {"run.log", "-o", "-"});
-  EXPECT_EQ(result.errors,
-            ownLine("standard output: closed before the output was complete; keep its reader "
-                    "running") +
-                "status 1\n");
+  EXPECT_EQ(result.errors, kStatusOfClosedPipe);
+  EXPECT_THAT(names(), ElementsAre("run.log"));
+}
+
+TEST_F(OutputStreamTest, AListingDoesNotGrowWhenNobodyReadsTheSummary) {
+  write("out.csv", "kept\n");
+  for (const std::string limit : {"none", "1GiB"}) {
+    const ProgramResult result =
+        runInShell("{ sleep 0.1; \"$0\" \"$@\"; echo \"status $?\" >&2; } | :",
+                   {"run.log", "-r", "summary", "-o", "out.csv", "--max-output", limit});
+    EXPECT_EQ(result.errors, kStatusOfClosedPipe) << limit;
+    EXPECT_EQ(read("out.csv"), "kept\n");
+    EXPECT_THAT(names(), ElementsAre("out.csv", "run.log"));
+  }
+}
+
+TEST_F(OutputStreamTest, AClosedPipeIsQuietWhateverIsDoneWithItsSignal) {
+  write("run.log", logWithDocumentOver(1 << 20));
+  const ProgramResult result = runInShell(
+      "trap '' PIPE; { \"$0\" \"$@\"; echo \"status $?\" >&2; } | :", {"run.log", "-o", "-"});
+  EXPECT_EQ(result.errors, kStatusOfClosedPipe);
+}
+
+TEST_F(OutputStreamTest, HelpThatNobodyReadsEndsQuietly) {
+  const ProgramResult result =
+      runInShell("{ sleep 0.1; \"$0\" \"$@\"; echo \"status $?\" >&2; } | :", {"--help"});
+  EXPECT_EQ(result.errors, kStatusOfClosedPipe);
 }
 
 class OutputPipeTest : public OutputStreamTest {

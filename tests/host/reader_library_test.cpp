@@ -97,6 +97,34 @@ TEST_F(MisbehavingReaderTest, AnErrorOfTheReadersOwnOutlivesItsLibrary) {
                 "--reader");
 }
 
+constexpr char kFailed[] = ": the reader failed; check the log or give another --reader";
+
+TEST_F(MisbehavingReaderTest, WhateverAnOperationThrowsIsOneLine) {
+  for (const std::string behaviour :
+       {"throws_asked", "throws_reading", "throws_writing", "throws_deleted"}) {
+    expectFailure(behaviour, behaviour + kFailed);
+  }
+}
+
+TEST_F(MisbehavingReaderTest, WhateverIsThrownInsteadOfAReaderIsOneLine) {
+  EXPECT_THAT(runReader("throws_made", VYN_MISBEHAVING_READER),
+              FailsWith(std::string("throws_made") + kFailed));
+  EXPECT_THAT(names(), ElementsAre("throws_made"));
+}
+
+TEST_F(MisbehavingReaderTest, WhateverIsThrownInsteadOfAHeaderIsOneLine) {
+  write("throws_header", smallLog());
+  const ProgramResult result = run({"throws_header", "-r", VYN_MISBEHAVING_READER, "--header"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.errors, ownLine(std::string("throws_header") + kFailed));
+  EXPECT_THAT(names(), UnorderedElementsAre("destroyed", "throws_header"));
+}
+
+TEST_F(MisbehavingReaderTest, AReaderThatIsNotValidIsRefused) {
+  expectFailure("is_invalid", std::string(VYN_MISBEHAVING_READER) +
+                                  ": made a reader that is not valid; give another --reader");
+}
+
 TEST_F(MisbehavingReaderTest, RefusingASoundLogIsSaid) {
   expectFailure("refuses",
                 "refuses: the reader refused it though its chunks are sound; it does not say why: "

@@ -40,7 +40,7 @@ std::vector<std::string> environmentWith(const std::vector<std::string>& additio
 void setDefaultSignals(posix_spawnattr_t& attributes) {
   sigset_t defaults;
   sigemptyset(&defaults);
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) {
     sigaddset(&defaults, signal);
   }
   posix_spawnattr_setsigdefault(&attributes, &defaults);

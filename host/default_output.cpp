@@ -1,0 +1,63 @@
+#include "default_output.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "file_descriptor.h"
+#include "host_error.h"
+
+namespace vyn::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+// How a document of a log with a header begins, up to the log's path.
+constexpr std::string_view kBeginning =
+    "{\n    \"metadata\": {\n        \"inputLogFileLocation\": \"";
+constexpr std::size_t kLookedAt = 8192;  // bytes; more than a path can have
+
+std::string beginningOf(const std::string& file) {
+  const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  std::array<char, kLookedAt> bytes{};
+  const ssize_t count = read(opened.get(), bytes.data(), bytes.size());
+  return {bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
+}
+
+// The path of the log that the document is of. Empty when it tells none, or one that JSON had to
+// escape, which is rare enough.
+std::string logOfDocument(const std::string& file) {
+  const std::string text = beginningOf(file);
+  const std::size_t end = text.find_first_of("\"\\", kBeginning.size());
+  if (!text.starts_with(kBeginning) || end == std::string::npos || text[end] != '"') {
+    return "";
+  }
+  return text.substr(kBeginning.size(), end - kBeginning.size());
+}
+
+}  // namespace
+
+std::string defaultOutputName(const LogFile& log) {
+  return fs::path(log.path).filename().string() + ".json";
+}
+
+TempFile::Existing checkDefaultOutput(const std::string& name, const LogFile& log) {
+  struct stat found {};
+  if (lstat(name.c_str(), &found) != 0) {
+    return TempFile::Existing::kRefused;
+  }
+  const bool isFile = stat(name.c_str(), &found) == 0 && S_ISREG(found.st_mode);
+  const std::string previous = isFile ? logOfDocument(name) : "";
+  std::error_code error;
+  if (!log.canBeReadAgain() || previous.empty() || !fs::equivalent(previous, log.path, error)) {
+    throw HostError(name, explain(EEXIST));
+  }
+  return TempFile::Existing::kReplaced;
+}
+
+}  // namespace vyn::host

@@ -1,0 +1,155 @@
+#include "output_destination.h"
+
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <system_error>
+
+#include "host_error.h"
+#include "standard_streams.h"
+
+namespace vyn::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kIsTheLog[] = "is the log itself; give another name for the output";
+constexpr int kMaxLinks = 40;  // as many as the kernel follows
+
+bool isSameFile(const struct stat& left, const struct stat& right) {
+  return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
+}
+
+bool isLog(int descriptor, const LogFile& log) {
+  struct stat status {};
+  return S_ISREG(log.status.st_mode) && fstat(descriptor, &status) == 0 &&
+         isSameFile(status, log.status);
+}
+
+bool isOnProc(const fs::path& directory) {
+  struct statfs system {};
+  return statfs(directory.c_str(), &system) == 0 && system.f_type == PROC_SUPER_MAGIC;
+}
+
+// The path without symbolic links in its end, even without those that lead to no file yet. Links of
+// /proc stay: they stand for open files, not for the names that they show.
+fs::path followLinks(fs::path path) {
+  std::error_code error;
+  for (int i = 0; i < kMaxLinks && fs::is_symlink(fs::symlink_status(path, error)) &&
+                  !isOnProc(directoryOf(path));
+       ++i) {
+    path = path.parent_path() / fs::read_symlink(path, error);
+  }
+  return path;
+}
+
+// The number of the descriptor that a path like /dev/fd/3, links followed, means; none for others.
+std::optional<int> descriptorOf(const fs::path& path) {
+  std::error_code error;
+  const fs::path directory = fs::canonical(directoryOf(path), error);
+  if (error || directory != "/proc/" + std::to_string(getpid()) + "/fd") {
+    return std::nullopt;
+  }
+  const std::string text = path.filename();
+  int number = 0;
+  const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return problem == std::errc() && end == text.data() + text.size() ? std::optional(number)
+                                                                    : std::nullopt;
+}
+
+// A file that the shell opened: replacing it would pull it away from the shell and from what others
+// write there.
+std::optional<int> standardStreamTo(const struct stat& file) {
+  for (const int descriptor : {STDOUT_FILENO, STDERR_FILENO}) {
+    struct stat status {};
+    if (fstat(descriptor, &status) == 0 && isSameFile(status, file)) {
+      return descriptor;
+    }
+  }
+  return std::nullopt;
+}
+
+// Appending matters for a file that another process holds open, which has no other name to go by.
+FileDescriptor openStream(const std::string& name) {
+  FileDescriptor stream(open(name.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY));
+  if (!stream.isOpen()) {
+    throw HostError(name, explain(errno));
+  }
+  return stream;
+}
+
+FileDescriptor findStream(const std::string& name, const fs::path& path, const struct stat& found) {
+  std::error_code error;
+  if (!S_ISREG(found.st_mode) || fs::is_symlink(fs::symlink_status(path, error))) {
+    return openStream(name);
+  }
+  const auto descriptor = standardStreamTo(found);
+  return descriptor ? duplicate({*descriptor, name}) : FileDescriptor();
+}
+
+void checkReplaceable(const std::string& name, const struct stat& found, const LogFile& log) {
+  if (isSameFile(found, log.status)) {
+    throw HostError(name, kIsTheLog);
+  }
+  if (faccessat(AT_FDCWD, name.c_str(), W_OK, AT_EACCESS) != 0) {
+    throw HostError(name, explain(errno));
+  }
+}
+
+OutputDestination resolve(const std::string& name, const LogFile& log) {
+  if (name == "-") {
+    return {kStandardOutputName, duplicate({STDOUT_FILENO, kStandardOutputName}), {}, {}};
+  }
+  const fs::path path = followLinks(name);
+  if (const auto descriptor = descriptorOf(path)) {
+    return {name, duplicate({*descriptor, name}), {}, {}};
+  }
+  struct stat found {};
+  if (stat(name.c_str(), &found) != 0) {
+    if (errno != ENOENT) {
+      throw HostError(name, explain(errno));
+    }
+    return {name, FileDescriptor(), path, {}};
+  }
+  if (S_ISDIR(found.st_mode)) {
+    throw HostError(name, explain(EISDIR));
+  }
+  FileDescriptor stream = findStream(name, path, found);
+  if (stream.isOpen()) {
+    return {name, std::move(stream), {}, {}};
+  }
+  checkReplaceable(name, found, log);
+  return {name, FileDescriptor(), path, found};
+}
+
+}  // namespace
+
+OutputDestination findDestination(const std::string& name, const LogFile& log) {
+  OutputDestination destination = resolve(name, log);
+  if (isLog(destination.stream.get(), log)) {
+    throw HostError(destination.name, kIsTheLog);
+  }
+  return destination;
+}
+
+void checkStandardStreams(const LogFile& log) {
+  if (isLog(STDERR_FILENO, log)) {
+    // The message must not go there either.
+    FileDescriptor nowhere(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    dup2(nowhere.get(), STDERR_FILENO);
+    throw HostError("standard error", kIsTheLog);
+  }
+  if (isLog(STDOUT_FILENO, log)) {
+    throw HostError(kStandardOutputName, kIsTheLog);
+  }
+}
+
+fs::path directoryOf(const fs::path& file) {
+  return file.has_parent_path() ? file.parent_path() : fs::path(".");
+}
+
+}  // namespace vyn::host

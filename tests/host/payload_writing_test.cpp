@@ -1,0 +1,93 @@
+// Payloads that cannot be written whole.
+
+#include <sys/mount.h>
+
+#include "host/host_fixture.h"
+
+namespace vyn::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+constexpr std::size_t kDiskSize = std::size_t{64} * 1024;  // bytes
+
+std::string logWithPayloadOf(std::size_t size) {
+  std::string bytes = "1";
+  for (std::size_t i = 1; i < size; ++i) {
+    bytes += ",1";
+  }
+  return makeChunk({R"(profilingEvents: [{identifier: "blob", unit: OBJECT, valueType: RAW_DATA,
+                       secondaryName: "x.bin", rawData: [)" +
+                    bytes + "]}]"},
+                   "BACKEND_FINALIZE");
+}
+
+class PayloadWritingTest : public HostTest {};
+
+TEST_F(PayloadWritingTest, AFileSizeLimitIsNamed) {
+  write("run.log", logWithPayloadOf(20'000));
+  const ProgramResult result =
+      runInShell("ulimit -f 8; exec \"$0\" \"$@\"", {"run.log", "-r", "summary", "--payloads"});
+  EXPECT_THAT(result,
+              FailsWith("x.bin: the output is larger than a file may be; raise the limit or "
+                        "choose another place"));
+}
+
+TEST_F(PayloadWritingTest, AWholePayloadIsAllThatIsAsked) {
+  write("run.log", logWithPayloadOf(20'000));
+  for (const std::string name : {"x.bin", "x_1.bin"}) {
+    EXPECT_THAT(run({"run.log", "-r", "summary", "--payloads"}), SucceedsQuietly());
+    EXPECT_EQ(read(name), std::string(20'000, '\x01'));
+  }
+}
+
+class FullDiskPayloadTest : public PayloadWritingTest {
+ protected:
+  void SetUp() override {
+    fs::create_directory(disk());
+    const std::string options = "size=" + std::to_string(kDiskSize) + ",nr_inodes=4";
+    m_isMounted = mount("tmpfs", disk().c_str(), "tmpfs", 0, options.c_str()) == 0;
+    if (!m_isMounted) {
+      GTEST_SKIP() << "mounting a small disk needs root";
+    }
+  }
+
+  void TearDown() override {
+    if (m_isMounted) {
+      umount(disk().c_str());
+    }
+  }
+
+  fs::path disk() const { return directory() / "disk"; }
+
+  ProgramResult runOnDisk(const std::string& output) const {
+    ProgramCall onDisk = call({"../run.log", "-r", "summary", "--payloads", "-o", output});
+    onDisk.directory = disk();
+    return runProgram(onDisk);
+  }
+
+ private:
+  bool m_isMounted = false;
+};
+
+TEST_F(FullDiskPayloadTest, ACutPayloadIsNoticedAndTheListingDoesNotGrow) {
+  write("run.log", logWithPayloadOf(2 * kDiskSize));
+  write("out.csv", "kept\n");
+  EXPECT_THAT(runOnDisk("../out.csv"),
+              FailsWith("x.bin: disk full; free some space or choose another place"));
+  EXPECT_EQ(read("out.csv"), "kept\n");
+}
+
+TEST_F(FullDiskPayloadTest, AMissingPayloadIsNoticed) {
+  write("run.log", logWithPayloadOf(10));
+  for (const std::string name : {"disk/1", "disk/2", "disk/3"}) {
+    write(name, "");
+  }
+  EXPECT_THAT(runOnDisk("../out.csv"),
+              FailsWith(".: disk full; free some space or choose another place"));
+  EXPECT_FALSE(fs::exists(directory() / "out.csv"));
+}
+
+}  // namespace
+}  // namespace vyn::test
