@@ -6,7 +6,6 @@ namespace vyn::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 constexpr char kIsTheLog[] = ": is the log itself; give another name for the output";
 

@@ -9,7 +9,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 std::string tooLarge(const std::string& target, std::size_t limit) {
   return target + ": the output is larger than " + std::to_string(limit) +

@@ -10,7 +10,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsSubsetOf;
 
 constexpr char kOrAnywhere[] = "; add --payloads-anywhere if you trust the log";
 

@@ -8,7 +8,6 @@ namespace vyn::test {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::HasSubstr;
 
 constexpr std::size_t kDiskSize = std::size_t{64} * 1024;  // bytes
 
