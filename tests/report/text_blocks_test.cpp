@@ -8,7 +8,7 @@ namespace vyn::profiling {
 namespace {
 
 TEST(TextBlocks, GiveBackTextsOfAnyLength) {
-  for (const std::size_t length : {0, 1, 65'535, 65'536, 65'537, 131'072, 300'000}) {
+  for (const std::size_t length : {0U, 1U, 65'535U, 65'536U, 65'537U, 131'072U, 300'000U}) {
     std::string expected;
     TextBlocks blocks;
     std::ostream stream(&blocks);

@@ -26,7 +26,7 @@ class GroupIndexTest : public testing::Test {
 // From the second name on, more bytes are named than the chunk has.
 TEST_F(GroupIndexTest, LongNamesAreToldApartByEveryByte) {
   startChunk(std::string(5'000, 'x') + "y" + std::string(5'000, 'x'));
-  for (const std::size_t start : {0, 1, 4'000, 4'001, 5'001, 0, 4'001}) {
+  for (const std::size_t start : {0U, 1U, 4'000U, 4'001U, 5'001U, 0U, 4'001U}) {
     add(start, 3'000);
   }
   ASSERT_EQ(m_groups.size(), 3U);  // only x; y as byte 1,000; y as byte 999
@@ -39,7 +39,7 @@ TEST_F(GroupIndexTest, LongNamesAreToldApartByEveryByte) {
 TEST_F(GroupIndexTest, LongNamesAreToldApartByLengthAndZeroBytes) {
   startChunk(std::string(20'000, '\0'));
   for (int round = 0; round < 20; ++round) {
-    for (const std::size_t length : {255, 256, 257, 1'000, 5'000}) {
+    for (const std::size_t length : {255U, 256U, 257U, 1'000U, 5'000U}) {
       add(static_cast<std::size_t>(round) * 7, length);
     }
   }
