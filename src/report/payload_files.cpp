@@ -6,7 +6,8 @@
 
 namespace vyn::profiling {
 void VynProfileLogReader::writeObjectPayload(const EventNode& event) {
-  const std::string name = event.secondaryName.c_str();  // no file's name has a zero byte
+  // No file's name has a zero byte.
+  const std::string name = event.secondaryName.substr(0, event.secondaryName.find('\0'));
   if (name.empty()) {
     return;
   }
