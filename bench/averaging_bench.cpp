@@ -85,9 +85,10 @@ void fileGraphs(benchmark::State& state) {
   }
   for (auto _ : state) {
     GroupIndex index;
+    TextFingerprints fingerprints;
     std::vector<ExecutionGroup> groups;
     for (const std::string& name : names) {
-      index.groupNamed(groups, name).records.emplace_back();
+      index.add(groups, name, fingerprints, {});
     }
     benchmark::DoNotOptimize(groups);
   }

@@ -59,6 +59,7 @@ std::string VynProfileLogReader::getHeaderDetails() {
     return {};
   }
   std::ostringstream details;
+  details.exceptions(std::ios::badbit);  // running out of memory must not shorten the text
   details.imbue(std::locale::classic());
   details << "Input Log File Location: " << m_inputLogFileLocation << "\n";
   if (!writeCreationTime(details, m_epochTime)) {

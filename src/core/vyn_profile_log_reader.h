@@ -8,10 +8,13 @@
 #include <vector>
 
 #include "input/chunk_stream.h"
+#include "input/event_copies.h"
 #include "input/execution_records.h"
 #include "input/flat_buffer_reader_util.h"
 #include "input/group_index.h"
+#include "input/text_fingerprints.h"
 #include "input/text_hash.h"
+#include "report/payload_names.h"
 #include "vyn/profiling/profile_log_reader.h"
 
 namespace vyn::profiling {
@@ -20,6 +23,9 @@ struct Heading;  // report/headings.h
 
 /// Queue wait in microseconds by graph name.
 using QueueWaits = std::unordered_map<std::string_view, std::uint64_t, TextHash>;
+
+/// The events that stand for a graph's executions: averageEventsOf and its like (statistics.h).
+using EventsOf = std::vector<EventNode> (*)(const ExecutionGroup&, Payloads);
 
 /// The base reader: decodes every admitted message into an event model, derives statistics for each
 /// graph, and writes a console summary and a CSV listing. Its operations stand in the folder of
@@ -45,7 +51,8 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   void saveHeader();
 
   // Reading. A message is visible when its level is below the reader's; each take operation files
-  // one message into the stores below and returns false when it did not take it.
+  // one message into the stores below and returns false when it did not take it. One that throws,
+  // for want of memory, leaves the stores as they were.
   bool readChunks(ChunkStream& chunks);
 
   /// True for the first read. A second one, whatever became of the first, is refused with a log
@@ -63,12 +70,16 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   bool takeExecuteIps(const schema::Message& message);
   bool takeLibraryLoad(const schema::Message& message);
   bool takeExecute(const schema::Message& message);
+  bool takeExecuteAsync(const schema::Message& message);
   bool takeApplyBinarySection(const schema::Message& message);
   bool takeFinalize(const schema::Message& message);
   bool takeGraphComponent(const schema::Message& message);
-  ExecutionRecord decodeExecution(const schema::Message& message);
-  void keepInitEvents(std::vector<EventNode> initEvents);
-  void addExecution(const schema::Message& message, ExecutionRecord record);
+  static ExecutionRecord decodeExecution(const schema::Message& message,
+                                         std::list<std::string>& strings);
+  void keepInitEvents(std::vector<EventNode>&& initEvents) noexcept;
+  void keepStrings(std::list<std::string>& strings) noexcept;
+  void addExecution(const schema::Message& message, ExecutionRecord&& record);
+  void addFinalizeGroup(EventGroup&& group);
 
   // Statistics, derived once the whole log is read. The first two return what is to be printed.
   std::string deriveStatistics();
@@ -96,11 +107,22 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   void printApplyBinarySectionStatsMax(std::ostream& stream);
 
   void printExecuteStats(std::ostream& stream, const Heading& heading,
-                         const std::vector<EventGroup>& groups, const QueueWaits& queueWaits);
-  void printExecuteDetails(std::ostream& stream, const EventGroup& group,
-                           const QueueWaits& queueWaits);
+                         const std::vector<EventGroup>& figures, EventsOf eventsOf,
+                         const QueueWaits& queueWaits);
+  void printQueueWait(std::ostream& stream, const EventGroup& figure,
+                      const QueueWaits& queueWaits) const;
   void printApplyBinarySectionStats(std::ostream& stream, const Heading& heading,
-                                    const std::vector<EventGroup>& groups);
+                                    const std::vector<EventGroup>& figures, EventsOf eventsOf);
+
+  // Listing. printEvents and writeEventsCsv take their events by value: these hand them the one
+  // copy that there is beside the model, without the payload bytes that nothing is written from.
+  // The second listEvents lists what `eventsOf` makes of one graph's executions.
+  Payloads listedPayloads() const;
+  void listEvents(std::ostream& stream, const std::vector<EventNode>& events);
+  void listEvents(std::ostream& stream, const std::vector<ExecutionGroup>& groups,
+                  std::size_t index, EventsOf eventsOf);
+  void listEventsCsv(std::ostream& stream, const std::vector<EventNode>& events,
+                     std::uint64_t timestamp, const std::string& keyword);
 
   // CSV listing: the lines before the rows, then one operation a kind of row.
   void writeCsvHeader(std::ostream& stream);
@@ -116,6 +138,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
                           const std::string& rowKeyword, const std::string& eventKeyword);
 
   /// Writes an OBJECT event's bytes to the file that it names, or to the next free numbered one.
+  /// The name ends before its first zero byte.
   void writeObjectPayload(const EventNode& event);
 
   /// Writes the payloads of every execution's OBJECT events.
@@ -181,6 +204,9 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   // Look-up by graph name for the two stores of executions above.
   GroupIndex m_executeGroupIndex;
   GroupIndex m_applyBinarySectionGroupIndex;
+  TextFingerprints m_nameFingerprints;  // of the current chunk's graph names
+
+  PayloadNames m_payloadNames;
 
   bool m_readStarted = false;
 };

@@ -11,13 +11,22 @@ constexpr char kQueueWaitMessage[] =
     "Multiple queue-wait time events found per execution. Cannot calculate Host Round-Trip "
     "excluding queue wait\n";
 
-using Statistic = EventGroup (*)(const ExecutionGroup&);
+using Choice = const ExecutionRecord& (*)(const ExecutionGroup&);
 
-void deriveForEach(const std::vector<ExecutionGroup>& groups, Statistic statistic,
-                   std::vector<EventGroup>& results) {
+void deriveAverages(const std::vector<ExecutionGroup>& groups, std::vector<EventGroup>& results) {
   results.reserve(results.size() + groups.size());
   for (const ExecutionGroup& group : groups) {
-    results.push_back(statistic(group));
+    results.push_back(averageOf(group));
+  }
+}
+
+// Without the events, which stay where they are until they are listed.
+void deriveExtremes(const std::vector<ExecutionGroup>& groups, Choice choice,
+                    std::vector<EventGroup>& results) {
+  results.reserve(results.size() + groups.size());
+  for (const ExecutionGroup& group : groups) {
+    const ExecutionRecord& record = choice(group);
+    results.push_back({group.name, record.duration, record.timestamp, {}});
   }
 }
 
@@ -40,9 +49,10 @@ bool collectQueueWaitSeries(const std::vector<ExecutionGroup>& groups,
   return true;
 }
 
-bool collectQueueWaits(const std::vector<EventGroup>& groups, std::vector<NamedValue>& results) {
-  for (const EventGroup& group : groups) {
-    const auto wait = queueWaitOf(group.events);
+bool collectQueueWaits(const std::vector<ExecutionGroup>& groups, Choice choice,
+                       std::vector<NamedValue>& results) {
+  for (const ExecutionGroup& group : groups) {
+    const auto wait = queueWaitOf(choice(group).events);
     if (!wait) {
       results.clear();
       return false;
@@ -55,12 +65,12 @@ bool collectQueueWaits(const std::vector<EventGroup>& groups, std::vector<NamedV
 }  // namespace
 
 std::string VynProfileLogReader::deriveStatistics() {
-  deriveForEach(m_executeGroups, averageOf, m_executeAverage);
-  deriveForEach(m_executeGroups, slowestOf, m_executeMax);
-  deriveForEach(m_executeGroups, fastestOf, m_executeMin);
-  deriveForEach(m_applyBinarySectionGroups, averageOf, m_applyBinarySectionAverage);
-  deriveForEach(m_applyBinarySectionGroups, slowestOf, m_applyBinarySectionMax);
-  deriveForEach(m_applyBinarySectionGroups, fastestOf, m_applyBinarySectionMin);
+  deriveAverages(m_executeGroups, m_executeAverage);
+  deriveExtremes(m_executeGroups, slowestOf, m_executeMax);
+  deriveExtremes(m_executeGroups, fastestOf, m_executeMin);
+  deriveAverages(m_applyBinarySectionGroups, m_applyBinarySectionAverage);
+  deriveExtremes(m_applyBinarySectionGroups, slowestOf, m_applyBinarySectionMax);
+  deriveExtremes(m_applyBinarySectionGroups, fastestOf, m_applyBinarySectionMin);
   std::string messages;
   if (m_asyncExecute) {
     messages = deriveQueueWaits();
@@ -74,10 +84,10 @@ std::string VynProfileLogReader::deriveQueueWaits() {
   if (!collectQueueWaitSeries(m_executeGroups, m_queueWaitSeries)) {
     messages += kQueueWaitMessage;
   }
-  if (!collectQueueWaits(m_executeMax, m_queueWaitMax)) {
+  if (!collectQueueWaits(m_executeGroups, slowestOf, m_queueWaitMax)) {
     messages += kQueueWaitMessage;
   }
-  if (!collectQueueWaits(m_executeMin, m_queueWaitMin)) {
+  if (!collectQueueWaits(m_executeGroups, fastestOf, m_queueWaitMin)) {
     messages += kQueueWaitMessage;
   }
   return messages;

@@ -9,16 +9,13 @@ namespace {
 
 constexpr auto kNone = static_cast<std::size_t>(-1);
 
-EventNode copyWithoutChildren(const EventNode& event) {
-  return {event.type,          event.dataType, event.value,      event.rawData, event.identifier,
-          event.secondaryName, event.unit,     event.extraValue, event.count,   {}};
-}
-
 }  // namespace
 
 void EventAverager::add(const std::vector<EventNode>& events) { m_root.merge(events); }
 
-std::vector<EventNode> EventAverager::averages() const { return m_root.averages(); }
+std::vector<EventNode> EventAverager::averages(Payloads payloads) const {
+  return m_root.averages(payloads);
+}
 
 void EventAverager::Level::merge(const std::vector<EventNode>& list) {
   // Appended only after the whole list has been looked up, so that its siblings stay apart.
@@ -27,7 +24,7 @@ void EventAverager::Level::merge(const std::vector<EventNode>& list) {
   for (const EventNode& event : list) {
     const std::size_t place = find(event.identifier, expected);
     if (place != kNone) {
-      sums[place].value += event.value.uint64;
+      sums[place].value += numberOf(event);
       ++sums[place].count;
       if (!event.children.empty()) {
         children[place].merge(event.children);
@@ -54,7 +51,7 @@ std::size_t EventAverager::Level::find(std::string_view identifier, std::size_t 
 
 void EventAverager::Level::append(const EventNode& event) {
   const bool isFirst = firstByIdentifier.try_emplace(event.identifier, sums.size()).second;
-  sums.push_back({event.identifier, event.value.uint64, event.count, isFirst});
+  sums.push_back({event.identifier, numberOf(event), event.count, isFirst});
   events.push_back(&event);
   // The newcomer's own subtree comes along whole, payloads included.
   Level& subtree = children.emplace_back();
@@ -63,11 +60,11 @@ void EventAverager::Level::append(const EventNode& event) {
   }
 }
 
-std::vector<EventNode> EventAverager::Level::averages() const {
+std::vector<EventNode> EventAverager::Level::averages(Payloads payloads) const {
   std::vector<EventNode> means;
   means.reserve(sums.size());
   for (std::size_t i = 0; i < sums.size(); ++i) {
-    EventNode mean = copyWithoutChildren(*events[i]);
+    EventNode mean = copyWithoutChildren(*events[i], payloads);
     const Sum& sum = sums[i];
     if (sum.count > mean.count) {
       mean.dataType = EventDataType::UINT_64;
@@ -76,7 +73,7 @@ std::vector<EventNode> EventAverager::Level::averages() const {
       mean.value.uint64 = sum.value / sum.count;
     }
     mean.count = sum.count;
-    mean.children = children[i].averages();
+    mean.children = children[i].averages(payloads);
     means.push_back(std::move(mean));
   }
   return means;

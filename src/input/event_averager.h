@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "input/event_copies.h"
 #include "input/text_hash.h"
 #include "vyn/profiling/event_node.h"
 
@@ -18,14 +19,14 @@ namespace vyn::profiling {
 /// A list's event joins the first event of an earlier list, at the same place in the tree, that has
 /// the same identifier; two siblings of one list never join each other. An event that joins none
 /// is appended, but not one of unit OBJECT. Joined values are added up as unsigned words, whatever
-/// their types were, so means are integers.
+/// their types were, so means are integers; a text counts as 0.
 class EventAverager {
  public:
   /// Adds one execution's events, which must outlive the averager.
   void add(const std::vector<EventNode>& events);
 
   /// The means of all that was added.
-  std::vector<EventNode> averages() const;
+  std::vector<EventNode> averages(Payloads payloads = Payloads::kKept) const;
 
  private:
   // What joining an event reads and writes, apart from all else: packed, so that thousands of
@@ -47,7 +48,7 @@ class EventAverager {
     void merge(const std::vector<EventNode>& list);
     std::size_t find(std::string_view identifier, std::size_t expected) const;
     void append(const EventNode& event);
-    std::vector<EventNode> averages() const;
+    std::vector<EventNode> averages(Payloads payloads) const;
   };
 
   Level m_root;

@@ -17,4 +17,10 @@ inline bool isObjectEvent(const EventNode& event) {
   return event.unit == static_cast<std::uint32_t>(schema::EventUnit::OBJECT);
 }
 
+/// The value word as an unsigned number, whatever its type. A text's word is an address, on which
+/// no output may depend: it counts as 0.
+inline std::uint64_t numberOf(const EventNode& event) {
+  return event.dataType == EventDataType::STRING ? 0 : event.value.uint64;
+}
+
 }  // namespace vyn::profiling

@@ -23,7 +23,8 @@ struct ExecutionGroup {
   std::vector<ExecutionRecord> records;
 };
 
-/// One figure for a graph: its finalize step, or its average, slowest or fastest execution.
+/// One figure for a graph: its finalize step, or its average, slowest or fastest execution. Only a
+/// finalize step has its events here; the others' are taken from the executions when listed.
 struct EventGroup {
   std::string name;
   std::uint64_t duration = 0;

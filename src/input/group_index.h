@@ -2,26 +2,35 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "input/execution_records.h"
+#include "input/text_fingerprints.h"
 #include "input/text_hash.h"
 
 namespace vyn::profiling {
 
-/// Finds a graph's group by name in constant time, however many graphs a log has.
+/// Finds a graph's group by name in constant time, however many graphs a log has and however long
+/// their names are.
 class GroupIndex {
  public:
-  /// The first of `groups` with that name; appended when there is none. Must be given the same,
-  /// only ever growing vector each time.
-  ExecutionGroup& groupNamed(std::vector<ExecutionGroup>& groups, std::string_view name);
+  /// Adds the execution to the first of `groups` with that name, or in a new group behind the last.
+  /// `name` belongs to the chunk that `fingerprints` knows. Must be given the same, only ever
+  /// growing vector each time. When it throws, the groups are as before.
+  void add(std::vector<ExecutionGroup>& groups, std::string_view name,
+           TextFingerprints& fingerprints, ExecutionRecord&& record);
 
  private:
-  std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> m_positions;
-  std::size_t m_indexed = 0;  // how many of the groups are in m_positions
+  std::optional<std::size_t> find(std::string_view name, TextFingerprints& fingerprints) const;
+  void catchUp(const std::vector<ExecutionGroup>& groups);
+
+  std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> m_shortNames;
+  std::unordered_map<TextFingerprint, std::size_t, TextFingerprintHash> m_longNames;
+  std::size_t m_indexed = 0;  // how many of the groups are in the maps
 };
 
 }  // namespace vyn::profiling

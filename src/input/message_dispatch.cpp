@@ -19,9 +19,7 @@ bool VynProfileLogReader::dispatchMessage(const schema::Message& message) {
     case MethodType::BACKEND_EXECUTE:
       return takeExecute(message);
     case MethodType::BACKEND_EXECUTE_ASYNC:
-      // Even a message that the filter rejects makes the run an asynchronous one.
-      m_asyncExecute = true;
-      return takeExecute(message);
+      return takeExecuteAsync(message);
     case MethodType::BACKEND_FINALIZE:
       return takeFinalize(message);
     case MethodType::BACKEND_CREATE_FROM_BINARY:

@@ -59,6 +59,7 @@ bool VynProfileLogReader::readChunks(ChunkStream& chunks) {
     if (!m_flatBufferReader.load(chunk)) {
       return false;
     }
+    m_nameFingerprints.startChunk(chunk->data(), chunk->capacity());
     if (!m_headerSaved) {
       saveHeader();
     }

@@ -1,5 +1,7 @@
 // Messages of which the last one that is taken counts.
 
+#include <list>
+
 #include "core/vyn_profile_log_reader.h"
 #include "input/event_decoder.h"
 #include "input/message_duration.h"
@@ -23,9 +25,12 @@ bool VynProfileLogReader::takeSingleRecord(const schema::Message& message, std::
   if (!isVisible(message)) {
     return false;
   }
+  // Decoded first: when memory runs out, the store keeps what it had.
+  std::list<std::string> strings;
+  events = decodeEvents(message.profilingEvents(), strings);
+  keepStrings(strings);
   duration = messageDuration(message);
   timestamp = message.header()->timestamp();
-  events = decodeEvents(message.profilingEvents(), m_eventStrings);
   return true;
 }
 

@@ -4,43 +4,49 @@
 #include "input/event_kind.h"
 
 namespace vyn::profiling {
-namespace {
-
-EventGroup copyOf(const ExecutionGroup& group, const ExecutionRecord& record) {
-  return {group.name, record.duration, record.timestamp, record.events};
-}
-
-}  // namespace
 
 EventGroup averageOf(const ExecutionGroup& group) {
   std::uint64_t durations = 0;
-  EventAverager averager;
   for (const ExecutionRecord& record : group.records) {
     durations += record.duration;
-    averager.add(record.events);
   }
-  return {group.name, durations / group.records.size(), group.records.back().timestamp,
-          averager.averages()};
+  return {group.name, durations / group.records.size(), group.records.back().timestamp, {}};
 }
 
-EventGroup slowestOf(const ExecutionGroup& group) {
+const ExecutionRecord& slowestOf(const ExecutionGroup& group) {
   const ExecutionRecord* slowest = &group.records.front();
   for (const ExecutionRecord& record : group.records) {
     if (record.duration >= slowest->duration) {
       slowest = &record;
     }
   }
-  return copyOf(group, *slowest);
+  return *slowest;
 }
 
-EventGroup fastestOf(const ExecutionGroup& group) {
+const ExecutionRecord& fastestOf(const ExecutionGroup& group) {
   const ExecutionRecord* fastest = &group.records.front();
   for (const ExecutionRecord& record : group.records) {
     if (record.duration <= fastest->duration) {
       fastest = &record;
     }
   }
-  return copyOf(group, *fastest);
+  return *fastest;
+}
+
+std::vector<EventNode> averageEventsOf(const ExecutionGroup& group, Payloads payloads) {
+  EventAverager averager;
+  for (const ExecutionRecord& record : group.records) {
+    averager.add(record.events);
+  }
+  return averager.averages(payloads);
+}
+
+std::vector<EventNode> slowestEventsOf(const ExecutionGroup& group, Payloads payloads) {
+  return copyOf(slowestOf(group).events, payloads);
+}
+
+std::vector<EventNode> fastestEventsOf(const ExecutionGroup& group, Payloads payloads) {
+  return copyOf(fastestOf(group).events, payloads);
 }
 
 std::optional<std::uint64_t> queueWaitOf(const std::vector<EventNode>& events) {
@@ -48,7 +54,7 @@ std::optional<std::uint64_t> queueWaitOf(const std::vector<EventNode>& events) {
   int count = 0;
   const auto look = [&](const EventNode& event) {
     if (hasType(event, schema::EventType::EXECUTE_QUEUE_WAIT)) {
-      wait = event.value.uint64;
+      wait = numberOf(event);
       ++count;
     }
   };

@@ -13,13 +13,13 @@ std::size_t TextHash::operator()(std::string_view text) const {
   return XXH3_64bits_withSeed(text.data(), text.size(), m_seed);
 }
 
-// The kernel hands 16 random bytes to each process, at an address that reads as 0 without them.
-std::uint64_t TextHash::processSeed() {
-  std::uint64_t seed = 0;
+// The address of the bytes reads as 0 when there are none.
+std::array<std::uint64_t, 2> processSeeds() {
+  std::array<std::uint64_t, 2> seeds{};
   if (const auto* bytes = reinterpret_cast<const void*>(getauxval(AT_RANDOM))) {
-    std::memcpy(&seed, bytes, sizeof(seed));
+    std::memcpy(seeds.data(), bytes, sizeof(seeds));
   }
-  return seed;
+  return seeds;
 }
 
 }  // namespace vyn::profiling

@@ -1,6 +1,7 @@
 #include <iomanip>
 
 #include "core/vyn_profile_log_reader.h"
+#include "input/event_copies.h"
 #include "input/event_kind.h"
 #include "report/console_lines.h"
 #include "report/event_text.h"
@@ -13,6 +14,23 @@ void printValue(std::ostream& stream, const EventNode& event) {
 }
 
 }  // namespace
+
+Payloads VynProfileLogReader::listedPayloads() const {
+  return m_writeObjectPayloads ? Payloads::kKept : Payloads::kLeftOut;
+}
+
+void VynProfileLogReader::listEvents(std::ostream& stream, const std::vector<EventNode>& events) {
+  printEvents(stream, copyOf(events, listedPayloads()));
+}
+
+void VynProfileLogReader::listEvents(std::ostream& stream,
+                                     const std::vector<ExecutionGroup>& groups, std::size_t index,
+                                     EventsOf eventsOf) {
+  // After a read that memory ended, the figures may be those of fewer graphs, never of more.
+  if (index < groups.size()) {
+    printEvents(stream, eventsOf(groups[index], listedPayloads()));
+  }
+}
 
 void VynProfileLogReader::printEvents(std::ostream& stream, std::vector<EventNode> events) {
   const auto writePayload = [this](const EventNode& event) {

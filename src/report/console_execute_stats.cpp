@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "core/vyn_profile_log_reader.h"
+#include "input/statistics.h"
 #include "report/console_lines.h"
 #include "report/headings.h"
 
@@ -41,7 +42,7 @@ QueueWaits queueWaitsByGraph(const std::vector<Entry>& entries) {
 }  // namespace
 
 void VynProfileLogReader::printExecuteStatsAverage(std::ostream& stream) {
-  printExecuteStats(stream, kExecuteAverageHeading, m_executeAverage,
+  printExecuteStats(stream, kExecuteAverageHeading, m_executeAverage, averageEventsOf,
                     queueWaitsByGraph(m_queueWaitSeries));
   if (!m_executeAverage.empty() && m_writeObjectPayloads) {
     writeExecutionPayloads();
@@ -49,44 +50,46 @@ void VynProfileLogReader::printExecuteStatsAverage(std::ostream& stream) {
 }
 
 void VynProfileLogReader::printExecuteStatsMin(std::ostream& stream) {
-  printExecuteStats(stream, kExecuteMinHeading, m_executeMin, queueWaitsByGraph(m_queueWaitMin));
+  printExecuteStats(stream, kExecuteMinHeading, m_executeMin, fastestEventsOf,
+                    queueWaitsByGraph(m_queueWaitMin));
 }
 
 void VynProfileLogReader::printExecuteStatsMax(std::ostream& stream) {
-  printExecuteStats(stream, kExecuteMaxHeading, m_executeMax, queueWaitsByGraph(m_queueWaitMax));
+  printExecuteStats(stream, kExecuteMaxHeading, m_executeMax, slowestEventsOf,
+                    queueWaitsByGraph(m_queueWaitMax));
 }
 
 void VynProfileLogReader::printExecuteStats(std::ostream& stream, const Heading& heading,
-                                            const std::vector<EventGroup>& groups,
-                                            const QueueWaits& queueWaits) {
+                                            const std::vector<EventGroup>& figures,
+                                            EventsOf eventsOf, const QueueWaits& queueWaits) {
   printHeading(stream, heading);
   printHeading(stream, kTotalInferenceTimeHeading);
-  if (groups.empty()) {
+  if (figures.empty()) {
     stream << std::endl;
     return;
   }
-  for (std::size_t i = 0; i < groups.size(); ++i) {
-    const EventGroup& group = groups[i];
-    printGraphHeading(stream, i, group.name);
+  for (std::size_t i = 0; i < figures.size(); ++i) {
+    const EventGroup& figure = figures[i];
+    printGraphHeading(stream, i, figure.name);
     stream << indent() << "NetRun" << (m_asyncExecute ? " (Host Round-Trip)" : "") << ": "
-           << group.duration << " us\n";
+           << figure.duration << " us\n";
     if (!m_omitExecuteDetails) {
-      printExecuteDetails(stream, group, queueWaits);
+      printQueueWait(stream, figure, queueWaits);
+      listEvents(stream, m_executeGroups, i, eventsOf);
     }
     stream << std::endl;
   }
 }
 
-void VynProfileLogReader::printExecuteDetails(std::ostream& stream, const EventGroup& group,
-                                              const QueueWaits& queueWaits) {
-  const auto wait = queueWaits.find(group.name);
+void VynProfileLogReader::printQueueWait(std::ostream& stream, const EventGroup& figure,
+                                         const QueueWaits& queueWaits) const {
+  const auto wait = queueWaits.find(figure.name);
   if (m_asyncExecute && wait != queueWaits.end()) {
     // Not guarded: a wait longer than the duration wraps around, which shows that the log is off.
     stream << indent()
-           << "NetRun (Host Round-Trip excluding queue wait): " << group.duration - wait->second
+           << "NetRun (Host Round-Trip excluding queue wait): " << figure.duration - wait->second
            << std::endl;  // microseconds, but without the unit
   }
-  printEvents(stream, group.events);
 }
 
 }  // namespace vyn::profiling

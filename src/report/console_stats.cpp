@@ -3,6 +3,7 @@
 #include <iomanip>
 
 #include "core/vyn_profile_log_reader.h"
+#include "input/event_kind.h"
 #include "report/console_lines.h"
 #include "report/headings.h"
 #include "report/inferences_per_second.h"
@@ -30,9 +31,9 @@ void VynProfileLogReader::printInitStats(std::ostream& stream) {
   printHeading(stream, kInitHeading);
   printTimeLine(stream, m_initTime);
   if (m_hasInitEvents) {
-    printEvents(stream, m_initEvents);
+    listEvents(stream, m_initEvents);
   } else if (m_hasCreateFromBinaryEvents) {
-    printEvents(stream, m_createFromBinaryEvents);
+    listEvents(stream, m_createFromBinaryEvents);
   }
   stream << std::endl;
 }
@@ -54,7 +55,7 @@ void VynProfileLogReader::printFinalizeStats(std::ostream& stream) {
     printGraphHeading(stream, i, group.name);
     printTimeLine(stream, group.duration);
     if (m_hasFinalizeEvents) {
-      printEvents(stream, group.events);
+      listEvents(stream, group.events);
     }
     stream << std::endl;
   }
@@ -63,7 +64,7 @@ void VynProfileLogReader::printFinalizeStats(std::ostream& stream) {
 void VynProfileLogReader::printDeInitStats(std::ostream& stream) {
   printHeading(stream, kDeInitHeading);
   printTimeLine(stream, m_deInitTime);
-  printEvents(stream, m_deInitEvents);
+  listEvents(stream, m_deInitEvents);
   stream << std::endl;
 }
 
@@ -85,7 +86,7 @@ void VynProfileLogReader::printLibLoadStats(std::ostream& stream) {
   }
   stream << std::fixed << std::setprecision(kSummaryDecimals);
   printHeading(stream, kLibLoadHeading);
-  stream << indent() << "Backend Latency: " << m_libLoadEvents.front().value.uint64 << " us\n"
+  stream << indent() << "Backend Latency: " << numberOf(m_libLoadEvents.front()) << " us\n"
          << std::endl;
 }
 

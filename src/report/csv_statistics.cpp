@@ -6,6 +6,8 @@
 
 #include "core/version/profile_viewer_version.h"
 #include "core/vyn_profile_log_reader.h"
+#include "input/event_copies.h"
+#include "input/event_kind.h"
 #include "report/inferences_per_second.h"
 
 namespace vyn::profiling {
@@ -43,9 +45,9 @@ void VynProfileLogReader::writeInitCsv(std::ostream& stream) {
   const std::string keyword = "INIT";
   writeTimeRow(stream, m_initTimestamp, keyword, m_initTime, kWholeRun);
   if (m_hasInitEvents) {
-    writeEventsCsv(stream, m_initEvents, m_initTimestamp, keyword);
+    listEventsCsv(stream, m_initEvents, m_initTimestamp, keyword);
   } else if (m_hasCreateFromBinaryEvents) {
-    writeEventsCsv(stream, m_createFromBinaryEvents, m_initTimestamp, keyword);
+    listEventsCsv(stream, m_createFromBinaryEvents, m_initTimestamp, keyword);
   }
 }
 
@@ -59,7 +61,7 @@ void VynProfileLogReader::writeFinalizeCsv(std::ostream& stream) {
     const EventGroup& group = m_finalizeGroups[i];
     writeTimeRow(stream, group.timestamp, keyword, group.duration, graphIdentifier(i, group.name));
     if (m_hasFinalizeEvents) {
-      writeEventsCsv(stream, group.events, group.timestamp, keyword);
+      listEventsCsv(stream, group.events, group.timestamp, keyword);
     }
   }
 }
@@ -67,7 +69,7 @@ void VynProfileLogReader::writeFinalizeCsv(std::ostream& stream) {
 void VynProfileLogReader::writeDeInitCsv(std::ostream& stream) {
   const std::string keyword = "DE-INIT";
   writeTimeRow(stream, m_deInitTimestamp, keyword, m_deInitTime, kWholeRun);
-  writeEventsCsv(stream, m_deInitEvents, m_deInitTimestamp, keyword);
+  listEventsCsv(stream, m_deInitEvents, m_deInitTimestamp, keyword);
 }
 
 void VynProfileLogReader::writeExecuteCsv(std::ostream& stream) {
@@ -85,7 +87,7 @@ void VynProfileLogReader::writeExecuteIpsCsv(std::ostream& stream) {
 
 void VynProfileLogReader::writeLibLoadCsv(std::ostream& stream) {
   if (!m_libLoadEvents.empty()) {
-    writeTimeRow(stream, m_libLoadTimestamp, "DLOPEN LATENCY", m_libLoadEvents.front().value.uint64,
+    writeTimeRow(stream, m_libLoadTimestamp, "DLOPEN LATENCY", numberOf(m_libLoadEvents.front()),
                  kWholeRun);
   }
 }
@@ -93,6 +95,11 @@ void VynProfileLogReader::writeLibLoadCsv(std::ostream& stream) {
 void VynProfileLogReader::writeApplyBinarySectionCsv(std::ostream& stream) {
   // The rows spell the step with blanks, the event lines in one word; consumers know both.
   writeExecutionsCsv(stream, m_applyBinarySectionGroups, "APPLY BINARY SECTION", "APPLYBINARY");
+}
+
+void VynProfileLogReader::listEventsCsv(std::ostream& stream, const std::vector<EventNode>& events,
+                                        std::uint64_t timestamp, const std::string& keyword) {
+  writeEventsCsv(stream, copyOf(events, Payloads::kLeftOut), timestamp, keyword);
 }
 
 void VynProfileLogReader::writeExecutionsCsv(std::ostream& stream,
@@ -103,7 +110,7 @@ void VynProfileLogReader::writeExecutionsCsv(std::ostream& stream,
     for (const ExecutionRecord& record : groups[i].records) {
       writeTimeRow(stream, record.timestamp, rowKeyword, record.duration,
                    graphIdentifier(i, groups[i].name));
-      writeEventsCsv(stream, record.events, record.timestamp, eventKeyword);
+      listEventsCsv(stream, record.events, record.timestamp, eventKeyword);
     }
   }
 }

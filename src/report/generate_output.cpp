@@ -2,10 +2,10 @@
 #include <iomanip>
 #include <iostream>
 #include <locale>
-#include <sstream>
 
 #include "core/vyn_profile_log_reader.h"
 #include "log/logger_registry.h"
+#include "report/text_blocks.h"
 
 namespace vyn::profiling {
 namespace {
@@ -32,7 +32,11 @@ bool VynProfileLogReader::generateOutput(const std::string& outputFileName) {
     log::log(log::kError, "Invalid output file: [%s]", outputFileName.c_str());
     return false;
   }
-  std::ostringstream summary;
+  m_payloadNames.forget();
+  TextBlocks text;
+  std::ostream summary(&text);
+  // Without this, a summary for which there is no memory would end early and pass for whole.
+  summary.exceptions(std::ios::badbit);
   preparePlainNumbers(summary);
   printSummary(summary);
   if (csv.is_open()) {
@@ -40,7 +44,7 @@ bool VynProfileLogReader::generateOutput(const std::string& outputFileName) {
     writeCsv(csv);
   }
   // Only now, so that a summary on the console says that the CSV file is complete.
-  std::cout << summary.str();
+  text.writeTo(std::cout);
   return true;
 }
 

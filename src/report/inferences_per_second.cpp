@@ -1,5 +1,7 @@
 #include "report/inferences_per_second.h"
 
+#include "input/event_kind.h"
+
 namespace vyn::profiling {
 
 std::optional<float> inferencesPerSecond(const std::vector<EventNode>& events) {
@@ -9,8 +11,8 @@ std::optional<float> inferencesPerSecond(const std::vector<EventNode>& events) {
   // Only the first name is looked at: without it the second event is the duration, whatever it
   // says.
   const bool durationFirst = events[0].identifier == "duration";
-  const std::uint64_t duration = events[durationFirst ? 0 : 1].value.uint64;
-  const std::uint64_t count = events[durationFirst ? 1 : 0].value.uint64;
+  const std::uint64_t duration = numberOf(events[durationFirst ? 0 : 1]);
+  const std::uint64_t count = numberOf(events[durationFirst ? 1 : 0]);
   if (duration == 0) {
     return 0.0F;
   }

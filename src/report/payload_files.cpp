@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <fstream>
 
 #include "core/vyn_profile_log_reader.h"
@@ -6,32 +5,13 @@
 #include "log/logger_registry.h"
 
 namespace vyn::profiling {
-namespace {
-
-bool canBeRead(const std::string& fileName) {
-  return std::ifstream(fileName, std::ios::in | std::ios::binary).is_open();
-}
-
-// The name itself, or else the first free one with a number before its extension. The extension
-// starts at the last dot, even at one in the name of a directory.
-std::string freeFileName(const std::string& name) {
-  const std::size_t dot = std::min(name.rfind('.'), name.size());
-  const std::string stem = name.substr(0, dot);
-  const std::string extension = name.substr(dot);
-  std::string candidate = name;
-  for (std::uint64_t n = 1; canBeRead(candidate); ++n) {
-    candidate = stem + "_" + std::to_string(n) + extension;
-  }
-  return candidate;
-}
-
-}  // namespace
-
 void VynProfileLogReader::writeObjectPayload(const EventNode& event) {
-  if (event.secondaryName.empty()) {
+  // No file's name has a zero byte.
+  const std::string name = event.secondaryName.substr(0, event.secondaryName.find('\0'));
+  if (name.empty()) {
     return;
   }
-  const std::string fileName = freeFileName(event.secondaryName);
+  const std::string fileName = m_payloadNames.freeName(name);
   std::ofstream file(fileName, std::ios::out | std::ios::binary);
   if (!file.good()) {
     log::log(log::kError, "Invalid output fileName: [%s]", fileName.c_str());

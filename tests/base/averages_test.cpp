@@ -3,12 +3,14 @@
 #include <bit>
 
 #include "base/base_fixture.h"
+#include "input/statistics.h"
 
 namespace vyn::test {
 namespace {
 
 using profiling::EventDataType;
 using profiling::EventNode;
+using profiling::Payloads;
 
 class Averages : public BaseReader {
  protected:
@@ -24,7 +26,7 @@ class Averages : public BaseReader {
       executions += (executions.empty() ? "" : ",") + execution(0, 1, list);
     }
     m_reader = read({executions});
-    return m_reader->m_executeAverage.at(0).events;
+    return averageEventsOf(m_reader->m_executeGroups.at(0), Payloads::kKept);
   }
 
   std::unique_ptr<OpenReader> m_reader;
@@ -48,7 +50,7 @@ TEST_F(Averages, TiesForTheLongestGoToTheLaterExecution) {
   const auto reader = read({execution(1, 5), execution(2, 9), execution(3, 9, event("x", 1))});
   EXPECT_EQ(reader->m_executeMax[0].duration, 9U);
   EXPECT_EQ(reader->m_executeMax[0].timestamp, 3U);
-  EXPECT_EQ(names(reader->m_executeMax[0].events), "x ");
+  EXPECT_EQ(names(slowestOf(reader->m_executeGroups[0]).events), "x ");
 }
 
 TEST_F(Averages, TiesForTheShortestGoToTheLaterExecution) {
@@ -124,8 +126,8 @@ TEST_F(Averages, ObjectEventsAreInTheExtremesButNotInTheMean) {
   const std::string object = event("o", 1, "unit:5");
   const auto mean = meanOf({object + "," + event("x", 2), event("x", 4) + "," + object});
   EXPECT_EQ(names(mean), "x ");
-  EXPECT_EQ(names(m_reader->m_executeMax[0].events), "x o ");
-  EXPECT_EQ(names(m_reader->m_executeMin[0].events), "x o ");
+  EXPECT_EQ(names(slowestEventsOf(m_reader->m_executeGroups[0], Payloads::kLeftOut)), "x o ");
+  EXPECT_EQ(names(fastestEventsOf(m_reader->m_executeGroups[0], Payloads::kLeftOut)), "x o ");
 }
 
 TEST_F(Averages, ObjectChildrenThatComeLaterAreDroppedToo) {
@@ -157,6 +159,17 @@ TEST_F(Averages, DoubleThatJoinsNothingKeepsItsValue) {
 TEST_F(Averages, SumsWrapAround) {
   const auto mean = meanOf({event("x", 18446744073709551615U), event("x", 3)});
   EXPECT_EQ(mean[0].value.uint64, 1U);  // (2^64 - 1 + 3) modulo 2^64, halved
+}
+
+TEST_F(Averages, PayloadBytesAreLeftOutWhereNothingIsWrittenFromThem) {
+  const std::string bytes = event("a", 1, "subEvents:[{valueType:4,rawData:[7,8],unit:5}]");
+  meanOf({bytes});
+  const auto& group = m_reader->m_executeGroups[0];
+  for (const profiling::EventsOf eventsOf :
+       {profiling::averageEventsOf, profiling::slowestEventsOf, profiling::fastestEventsOf}) {
+    EXPECT_TRUE(eventsOf(group, Payloads::kLeftOut)[0].children[0].rawData.empty());
+    EXPECT_EQ(eventsOf(group, Payloads::kKept)[0].children[0].rawData.size(), 2U);
+  }
 }
 
 TEST_F(Averages, ThousandsOfSiblingsAreJoinedOneByOne) {

@@ -122,7 +122,8 @@ TEST_F(ConsoleBlocks, ExecutionsWithoutAnyAreHeadingsAndAnEmptyLine) {
 }
 
 TEST_F(ConsoleBlocks, SynchronousExecutionHasNoRoundTripEvenWithQueueWaits) {
-  m_reader.m_executeMin = {{"net0", 10, 1, {node("x", 1, 3, {node("y", 2, 6)})}}};
+  m_reader.m_executeMin = {{"net0", 10, 1, {}}};
+  m_reader.m_executeGroups = {{"net0", {{10, 1, {node("x", 1, 3, {node("y", 2, 6)})}}}}};
   m_reader.m_queueWaitMin = {{"net0", 4}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
             "Execute Stats (Min):\n" + kExecuteRules +
@@ -131,7 +132,8 @@ TEST_F(ConsoleBlocks, SynchronousExecutionHasNoRoundTripEvenWithQueueWaits) {
 
 TEST_F(ConsoleBlocks, AsynchronousAverageSubtractsTheMeanWait) {
   m_reader.m_asyncExecute = true;
-  m_reader.m_executeAverage = {{"net0", 1200, 1, {node("x", 1)}}, {"net1", 50, 1, {}}};
+  m_reader.m_executeAverage = {{"net0", 1200, 1, {}}, {"net1", 50, 1, {}}};
+  m_reader.m_executeGroups = {{"net0", {{1200, 1, {node("x", 1)}}}}, {"net1", {{50, 1, {}}}}};
   m_reader.m_queueWaitSeries = {{"net0", {100, 301}}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsAverage),
             "Execute Stats (Average):\n" + kExecuteRules +
@@ -179,11 +181,37 @@ TEST_F(ConsoleBlocks, FirstWaitOfANameCounts) {
 TEST_F(ConsoleBlocks, OmittedDetailsLeaveOutWaitAndEvents) {
   m_reader.m_asyncExecute = true;
   m_reader.m_omitExecuteDetails = true;
-  m_reader.m_executeMin = {{"a", 10, 1, {node("x", 1)}}};
+  m_reader.m_executeMin = {{"a", 10, 1, {}}};
+  m_reader.m_executeGroups = {{"a", {{10, 1, {node("x", 1)}}}}};
   m_reader.m_queueWaitMin = {{"a", 1}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
             "Execute Stats (Min):\n" + kExecuteRules +
                 "Graph 0 (a):\n    NetRun (Host Round-Trip): 10 us\n\n");
+}
+
+TEST_F(ConsoleBlocks, FiguresListTheEventsOfTheirOwnExecutions) {
+  m_reader.m_executeGroups = {{"a", {{10, 1, {node("x", 10)}}, {20, 2, {node("x", 20)}}}}};
+  m_reader.m_executeAverage = m_reader.m_executeMin = m_reader.m_executeMax = {{"a", 1, 1, {}}};
+  EXPECT_NE(printed(&OpenReader::printExecuteStatsAverage).find("(x): 15 "), std::string::npos);
+  EXPECT_NE(printed(&OpenReader::printExecuteStatsMin).find("(x): 10 "), std::string::npos);
+  EXPECT_NE(printed(&OpenReader::printExecuteStatsMax).find("(x): 20 "), std::string::npos);
+}
+
+TEST_F(ConsoleBlocks, TextsCountAsZeroWhereANumberIsAskedFor) {
+  profiling::EventNode text = node("text", 0);
+  text.dataType = profiling::EventDataType::STRING;
+  text.value.text = "some text";
+  m_reader.m_hasLibLoad = true;
+  m_reader.m_libLoadEvents = {text};
+  EXPECT_NE(printed(&OpenReader::printLibLoadStats).find("Latency: 0 us"), std::string::npos);
+  EXPECT_EQ(printed(&OpenReader::writeLibLoadCsv), "0,DLOPEN LATENCY,0,US,NETRUN,ROOT,null\n");
+  m_reader.m_hasExecuteIps = true;
+  for (const auto& events :
+       {std::vector{text, node("duration", 7)}, std::vector{node("n", 7), text}}) {
+    m_reader.m_executeIpsEvents = events;
+    EXPECT_NE(printed(&OpenReader::printExecuteStatsOverall).find(" 0.0000 inf"),
+              std::string::npos);
+  }
 }
 
 TEST_F(ConsoleBlocks, LibLoadTakesTheFirstValueWhateverItsType) {
@@ -197,7 +225,8 @@ TEST_F(ConsoleBlocks, LibLoadTakesTheFirstValueWhateverItsType) {
 }
 
 TEST_F(ConsoleBlocks, AppliedBinarySectionsNeedTheirFlag) {
-  m_reader.m_applyBinarySectionAverage = {{"net0", 5, 1, {node("x", 1)}}};
+  m_reader.m_applyBinarySectionAverage = {{"net0", 5, 1, {}}};
+  m_reader.m_applyBinarySectionGroups = {{"net0", {{5, 1, {node("x", 1)}}}}};
   EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsAverage), "");
   m_reader.m_hasApplyBinarySection = true;
   EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsAverage),

@@ -1,6 +1,7 @@
 // The files that receive the payloads of OBJECT events.
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -20,13 +21,18 @@ class PayloadFiles : public testing::Test {
   bool exists(const std::string& name) { return std::filesystem::exists(m_folder.path(name)); }
 
   void expectSecondFile(const std::string& name, const std::string& secondName) {
+    expectSecondFile(name, name, secondName);
+  }
+
+  void expectSecondFile(const std::string& name, const std::string& firstName,
+                        const std::string& secondName) {
     // By relative names, for the folder's own name has a dot.
     const auto previous = std::filesystem::current_path();
     std::filesystem::current_path(m_folder.path(""));
     m_reader.writeObjectPayload(payload(name, "first"));
     m_reader.writeObjectPayload(payload(name, "second"));
     std::filesystem::current_path(previous);
-    EXPECT_EQ(content(name), "first");
+    EXPECT_EQ(content(firstName), "first");
     EXPECT_EQ(content(secondName), "second");
   }
 
@@ -91,6 +97,51 @@ TEST_F(PayloadFiles, FileThatCannotBeReadIsTakenForFree) {
   std::filesystem::permissions(path, std::filesystem::perms::owner_all);
   EXPECT_EQ(content("x.bin"), "new");
   EXPECT_FALSE(exists("x_1.bin"));
+}
+
+TEST_F(PayloadFiles, NameEndsBeforeItsFirstZeroByte) {
+  const std::string rest("\0.x", 3);
+  expectSecondFile("a" + rest, "a", "a_1");
+  expectSecondFile("b.bin" + rest, "b.bin", "b_1.bin");
+  m_reader.writeObjectPayload(payload(rest, "bytes"));
+  EXPECT_FALSE(std::filesystem::exists(".x"));
+}
+
+TEST_F(PayloadFiles, PipesAndDevicesAreTakenAndNeverOpened) {
+  const std::string pipe = m_folder.path("pipe.bin");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0), 0);  // that not even its owner may read
+  m_reader.writeObjectPayload(payload(pipe, "bytes"));
+  EXPECT_EQ(content("pipe_1.bin"), "bytes");
+  std::filesystem::create_symlink("/dev/zero", m_folder.path("zero.bin"));
+  m_reader.writeObjectPayload(payload(m_folder.path("zero.bin"), "bytes"));
+  EXPECT_EQ(content("zero_1.bin"), "bytes");
+}
+
+TEST_F(PayloadFiles, FoldersAreTaken) {
+  std::filesystem::create_directory(m_folder.path("x.bin"));
+  m_reader.writeObjectPayload(payload(m_folder.path("x.bin"), "bytes"));
+  EXPECT_EQ(content("x_1.bin"), "bytes");
+}
+
+TEST_F(PayloadFiles, NumbersGoOnPastTheFilesOfOthers) {
+  m_folder.add("x_3.bin", "other");
+  for (const char* bytes : {"0", "1", "2", "4", "5"}) {
+    m_reader.writeObjectPayload(payload(m_folder.path("x.bin"), bytes));
+  }
+  EXPECT_EQ(content("x_2.bin") + content("x_3.bin") + content("x_4.bin") + content("x_5.bin"),
+            "2other45");
+}
+
+TEST_F(PayloadFiles, EachOutputCountsAfresh) {
+  m_reader.m_writeObjectPayloads = true;
+  m_reader.m_deInitEvents = {payload(m_folder.path("x.bin"), "x"),
+                             payload(m_folder.path("x.bin"), "y")};
+  for (int round = 0; round < 2; ++round) {
+    printedBy([&] { EXPECT_TRUE(m_reader.generateOutput("")); });
+    EXPECT_EQ(content("x_1.bin"), "y");
+    std::filesystem::remove(m_folder.path("x_1.bin"));
+    std::filesystem::remove(m_folder.path("x.bin"));
+  }
 }
 
 TEST_F(PayloadFiles, NamelessPayloadIsNotWritten) {

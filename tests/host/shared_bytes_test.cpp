@@ -1,0 +1,104 @@
+// Logs that name the same bytes over and over: what the summary reader takes of time and memory.
+
+#include <sys/resource.h>
+
+#include "host/host_fixture.h"
+#include "support/shared_log.h"
+
+namespace vyn::test {
+namespace {
+
+using testing::HasSubstr;
+
+class SharedBytesTest : public HostTest {
+ protected:
+  // Seconds of the program's own processor time, without the system's, for a log.
+  double timeFor(const std::string& log, std::vector<std::string> options = {}) {
+    write("run.log", log);
+    options.insert(options.begin(), {"run.log", "-r", "summary"});
+    const double before = childTime();
+    EXPECT_THAT(run(std::move(options)), SucceedsQuietly());
+    return childTime() - before;
+  }
+
+  // Four times the log may take four times the time; a growth by its square takes sixteen times.
+  void expectLinear(double time, double timeOfFourTimesAsMuch) {
+    EXPECT_LT(timeOfFourTimesAsMuch, 6 * time + 0.3);  // room for the start and for a busy machine
+  }
+
+  // The summary of a log when the program has this much address space beside what it always needs.
+  ProgramResult summaryWithin(std::size_t bytes, const std::string& log) {
+    constexpr std::size_t kProgramItself = std::size_t{32} * 1024 * 1024;  // bytes
+    write("run.log", log);
+    return runInShell(
+        "ulimit -v " + std::to_string((bytes + kProgramItself) / 1024) + "; exec \"$0\" \"$@\"",
+        {"run.log", "-r", "summary"});
+  }
+
+ private:
+  static double childTime() {
+    rusage usage{};
+    getrusage(RUSAGE_CHILDREN, &usage);
+    return static_cast<double>(usage.ru_utime.tv_sec) +
+           static_cast<double>(usage.ru_utime.tv_usec) * 1e-6;
+  }
+};
+
+TEST_F(SharedBytesTest, TimeGrowsWithALogOfOneLongGraphName) {
+  expectLinear(timeFor(logOfSharedGraphName(8'000, 250'000)),
+               timeFor(logOfSharedGraphName(32'000, 1'000'000)));
+}
+
+TEST_F(SharedBytesTest, TimeGrowsWithALogOfOverlappingGraphNames) {
+  expectLinear(timeFor(logOfOverlappingGraphNames(1'000)),
+               timeFor(logOfOverlappingGraphNames(4'000)));
+}
+
+TEST_F(SharedBytesTest, TimeGrowsWithTheCopiesOfALongIdentifier) {
+  expectLinear(timeFor(logOfSharedEvent(2'000, 4'000), {"-o", "once.csv"}),
+               timeFor(logOfSharedEvent(8'000, 4'000), {"-o", "four_times.csv"}));
+}
+
+TEST_F(SharedBytesTest, TimeGrowsWithThePayloadsOfOneName) {
+  expectLinear(timeFor(logOfPayloadsFor("once.bin", 300), {"--payloads"}),
+               timeFor(logOfPayloadsFor("four_times.bin", 1'200), {"--payloads"}));
+  EXPECT_TRUE(std::filesystem::exists(directory() / "four_times_1199.bin"));
+}
+
+constexpr std::size_t kCount = 2'000;
+constexpr std::size_t kLength = 16'000;
+constexpr std::size_t kCopies = kCount * kLength;  // bytes
+
+// The model, the copy that is listed, and the text of three blocks.
+TEST_F(SharedBytesTest, SharedIdentifiersAreCopiedTwice) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the address sanitizer needs more address space than the test allows";
+#endif
+  const ProgramResult result =
+      summaryWithin(kCopies * 22 / 10 + 3 * kCopies, logOfSharedEvent(kCount, kLength));
+  EXPECT_THAT(result, SucceedsQuietly());
+  EXPECT_GT(result.output.size(), 3 * kCopies);
+}
+
+TEST_F(SharedBytesTest, SharedPayloadBytesAreNotCopiedToBePrinted) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the address sanitizer needs more address space than the test allows";
+#endif
+  EXPECT_THAT(summaryWithin(kCopies * 12 / 10, logOfSharedPayload(kCount, kLength)),
+              SucceedsQuietly());
+}
+
+// What a text's value word holds is an address, which differs from run to run.
+TEST_F(SharedBytesTest, TwoRunsGiveTheSameBytes) {
+  const std::string text = R"({identifier: "t", valueType: STRING, stringValue: "some text"})";
+  write("run.log",
+        makeChunk({"profilingEvents: [" + text + "]", "profilingEvents: [" + text + "]"}));
+  const ProgramResult first = run({"run.log", "-r", "summary", "-o", "first.csv"});
+  const ProgramResult second = run({"run.log", "-r", "summary", "-o", "second.csv"});
+  EXPECT_THAT(first.output, HasSubstr("    Backend (t): 0 us\n"));
+  EXPECT_EQ(first.output, second.output);
+  EXPECT_EQ(read("first.csv"), read("second.csv"));
+}
+
+}  // namespace
+}  // namespace vyn::test

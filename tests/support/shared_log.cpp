@@ -1,0 +1,106 @@
+#include "support/shared_log.h"
+
+#include <profile_log_generated.h>
+
+#include <cstdint>
+#include <vector>
+
+#include "support/json_log.h"
+
+namespace vyn::test {
+namespace {
+
+using namespace profiling;
+
+using Builder = flatbuffers::FlatBufferBuilder;
+using Text = flatbuffers::Offset<flatbuffers::String>;
+using Message = flatbuffers::Offset<schema::Message>;
+using Event = flatbuffers::Offset<schema::Event>;
+
+Message execution(Builder& builder, Text graphName, const std::vector<Event>& events) {
+  const auto header = schema::CreateMessageHeader(builder);
+  const auto metrics = schema::CreateAppMetrics(builder);
+  const auto list = events.empty() ? 0 : builder.CreateVector(events);
+  schema::MessageBuilder message(builder);
+  message.add_header(header);
+  message.add_appMetrics(metrics);
+  message.add_method(schema::MethodType::BACKEND_EXECUTE);
+  message.add_graphName(graphName);
+  message.add_profilingEvents(list);
+  return message.Finish();
+}
+
+std::string logOfMessages(Builder& builder, const std::vector<Message>& messages) {
+  const auto list = builder.CreateVector(messages);
+  schema::ProfileLogBuilder log(builder);
+  log.add_messages(list);
+  builder.Finish(log.Finish());
+  return framed({reinterpret_cast<const char*>(builder.GetBufferPointer()), builder.GetSize()});
+}
+
+std::string logOfEvent(Builder& builder, Event event, std::size_t count) {
+  const Text graphName = builder.CreateString("net");
+  return logOfMessages(builder, {execution(builder, graphName, std::vector<Event>(count, event))});
+}
+
+}  // namespace
+
+std::string logOfSharedEvent(std::size_t count, std::size_t length) {
+  Builder builder;
+  const Text identifier = builder.CreateString(std::string(length, 'i'));
+  schema::EventBuilder event(builder);
+  event.add_identifier(identifier);
+  return logOfEvent(builder, event.Finish(), count);
+}
+
+std::string logOfSharedPayload(std::size_t count, std::size_t length) {
+  Builder builder;
+  const auto bytes = builder.CreateVector(std::vector<std::uint8_t>(length, 'b'));
+  schema::EventBuilder event(builder);
+  event.add_unit(schema::EventUnit::OBJECT);
+  event.add_valueType(schema::EventValueType::RAW_DATA);
+  event.add_rawData(bytes);
+  return logOfEvent(builder, event.Finish(), count);
+}
+
+std::string logOfPayloadsFor(const std::string& name, std::size_t count) {
+  Builder builder;
+  const Text fileName = builder.CreateString(name);
+  schema::EventBuilder event(builder);
+  event.add_unit(schema::EventUnit::OBJECT);
+  event.add_secondaryName(fileName);
+  return logOfEvent(builder, event.Finish(), count);
+}
+
+std::string logOfSharedGraphName(std::size_t count, std::size_t length) {
+  Builder builder;
+  const Text graphName = builder.CreateString(std::string(length, 'g'));
+  std::vector<Message> messages;
+  for (std::size_t i = 0; i < count; ++i) {
+    messages.push_back(execution(builder, graphName, {}));
+  }
+  return logOfMessages(builder, messages);
+}
+
+// The stretch repeats the length of the names, whose lowest byte is 0: every fourth byte starts a
+// text that is sound, for the byte at its end is 0 too.
+std::string logOfOverlappingGraphNames(std::size_t count) {
+  const std::size_t length = 1024 * count;
+  std::string stretch;
+  while (stretch.size() < length + 4 * (count + 2)) {
+    for (unsigned shift = 0; shift < 32; shift += 8) {
+      stretch.push_back(static_cast<char>(length >> shift & 0xFF));
+    }
+  }
+  Builder builder;
+  const Text whole = builder.CreateString(stretch);
+  std::vector<Message> messages;
+  for (std::size_t i = 0; i < count; ++i) {
+    // Places count from the buffer's end; the stretch starts behind the length of the whole.
+    const auto distance = static_cast<flatbuffers::uoffset_t>(4 + 4 * i);
+    messages.push_back(execution(builder, Text(whole.o - distance), {}));
+  }
+  return logOfMessages(builder, messages);
+}
+
+}  // namespace vyn::test

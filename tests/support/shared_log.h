@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace vyn::test {
+
+// Logs that name the same bytes over and over, which texts in the JSON form cannot. Each is one
+// chunk with its length in front; graphs are executed synchronously unless told otherwise.
+
+/// One execution that names the same event `count` times, with an identifier of `length` bytes.
+std::string logOfSharedEvent(std::size_t count, std::size_t length);
+
+/// The same with a short identifier and `length` payload bytes, which have no file to go to.
+std::string logOfSharedPayload(std::size_t count, std::size_t length);
+
+/// One execution with `count` payloads for the file `name`.
+std::string logOfPayloadsFor(const std::string& name, std::size_t count);
+
+/// `count` executions whose graph names are one text of `length` bytes.
+std::string logOfSharedGraphName(std::size_t count, std::size_t length);
+
+/// `count` executions whose graph names are equal texts of 1,024 times `count` bytes, each four
+/// bytes behind the last one in the same stretch of the chunk. `count` is at most 16,000.
+std::string logOfOverlappingGraphNames(std::size_t count);
+
+}  // namespace vyn::test
