@@ -225,6 +225,16 @@ TEST_F(ConsoleBlocks, AppliedBinarySectionsListTheirOwnGroups) {
                 "Graph 0 (slow):\n    NetRun: 9 us\n\nGraph 1 (other):\n    NetRun: 8 us\n\n");
 }
 
+TEST_F(ConsoleBlocks, AppliedBinarySectionsHaveNoRoundTrip) {
+  m_reader.m_asyncExecute = true;
+  m_reader.m_hasApplyBinarySection = true;
+  m_reader.m_applyBinarySectionMin = {{"a", 5, 1, {}}};
+  m_reader.m_queueWaitMin = {{"a", 1}};
+  EXPECT_EQ(
+      printed(&OpenReader::printApplyBinarySectionStatsMin),
+      "ApplyBinarySection Stats (Min):\n" + dashes(35) + "Graph 0 (a):\n    NetRun: 5 us\n\n");
+}
+
 TEST_F(ConsoleBlocks, ListedEventLeavesTheStreamInFixedNotationWithoutDecimals) {
   std::ostringstream stream;
   stream << std::scientific << std::setprecision(3);
