@@ -55,6 +55,7 @@ TEST_F(ConsoleBlocks, ComposeGraphs) {
 }
 
 TEST_F(ConsoleBlocks, FinalizeListsEventsOnlyUnderItsFlag) {
+  m_reader.m_hasFinalize = true;
   m_reader.m_finalizeGroups = {{"net0", 6, 1, {node("x", 1)}}, {"net1", 7, 2, {}}};
   const std::string start =
       "Finalize Stats:\n" + dashes(15) + "Graph 0 (net0):\n    NetRun: 6 us\n";
