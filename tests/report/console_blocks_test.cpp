@@ -55,6 +55,7 @@ TEST_F(ConsoleBlocks, ComposeGraphs) {
 }
 
 TEST_F(ConsoleBlocks, FinalizeListsEventsOnlyUnderItsFlag) {
+  m_reader.m_hasFinalize = true;
   m_reader.m_finalizeGroups = {{"net0", 6, 1, {node("x", 1)}}, {"net1", 7, 2, {}}};
   const std::string start =
       "Finalize Stats:\n" + dashes(15) + "Graph 0 (net0):\n    NetRun: 6 us\n";
@@ -252,6 +253,16 @@ TEST_F(ConsoleBlocks, AppliedBinarySectionsListTheirOwnGroups) {
   EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsMax),
             "ApplyBinarySection Stats (Max):\n" + dashes(35) +
                 "Graph 0 (slow):\n    NetRun: 9 us\n\nGraph 1 (other):\n    NetRun: 8 us\n\n");
+}
+
+TEST_F(ConsoleBlocks, AppliedBinarySectionsHaveNoRoundTrip) {
+  m_reader.m_asyncExecute = true;
+  m_reader.m_hasApplyBinarySection = true;
+  m_reader.m_applyBinarySectionMin = {{"a", 5, 1, {}}};
+  m_reader.m_queueWaitMin = {{"a", 1}};
+  EXPECT_EQ(
+      printed(&OpenReader::printApplyBinarySectionStatsMin),
+      "ApplyBinarySection Stats (Min):\n" + dashes(35) + "Graph 0 (a):\n    NetRun: 5 us\n\n");
 }
 
 TEST_F(ConsoleBlocks, ListedEventLeavesTheStreamInFixedNotationWithoutDecimals) {

@@ -192,6 +192,25 @@ TEST_F(PayloadFiles, AveragePassWritesEachOnceAndOnceMoreForEachChild) {
   EXPECT_FALSE(exists("y_1.bin"));
 }
 
+TEST_F(PayloadFiles, AveragePassCountsEveryChildEvenWithOmittedDetails) {
+  m_reader.m_writeObjectPayloads = true;
+  m_reader.m_omitExecuteDetails = true;
+  m_reader.m_executeAverage = {{"net0", 1, 1, {}}};
+  const std::vector<profiling::EventNode> children(9, node("a", 1));
+  m_reader.m_executeGroups = {{"net0", {{1, 1, {payload(m_folder.path("x.bin"), "x", children)}}}}};
+  std::ostringstream stream;
+  m_reader.printExecuteStatsAverage(stream);
+  EXPECT_TRUE(exists("x_9.bin"));
+  EXPECT_FALSE(exists("x_10.bin"));
+}
+
+TEST_F(PayloadFiles, AreWrittenOnlyWhenTheReadAskedForThem) {
+  OpenReader reader(m_folder.add("run.log", ""));
+  reader.m_writeObjectPayloads = true;
+  EXPECT_TRUE(reader.readInputFile(false));
+  EXPECT_FALSE(reader.m_writeObjectPayloads);
+}
+
 TEST_F(PayloadFiles, AveragePassIsSkippedWithoutAverages) {
   m_reader.m_writeObjectPayloads = true;
   m_reader.m_executeGroups = {{"net0", {{1, 1, {payload(m_folder.path("x.bin"), "x")}}}}};
