@@ -1,9 +1,10 @@
 // Input: a log file. Whatever the base reader reads without error it can print, list and
-// write the payloads of.
+// write the payloads of, twice alike.
 
 #include <cstring>
 
 #include "base_run.h"
+#include "check.h"
 #include "input/chunk_format.h"
 #include "log_file.h"
 
@@ -35,5 +36,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const vyn::fuzz::LogFile log(data, size);
   const vyn::fuzz::BaseRun run(log.path());
+  // The first reader still has its memory, so that this one's lies elsewhere.
+  const vyn::fuzz::BaseRun again(log.path());
+  vyn::fuzz::check(again.outputs() == run.outputs(), "the same comes out again");
   return 0;
 }

@@ -20,6 +20,8 @@ struct JsonOutput {
   bool isSound = false;
   std::size_t messageCount = 0;
   std::uint64_t document = 0;  // hash of the file
+
+  bool operator==(const JsonOutput&) const = default;
 };
 
 // Leaves the document's memory behind.
@@ -43,12 +45,14 @@ JsonOutput runJsonReader(const std::string& logPath) {
 
 Verdict readWithBoth(const std::string& logPath) {
   const BaseRun base(logPath);
+  check(BaseRun(logPath).outputs() == base.outputs(), "the base reader says the same again");
   const bool isSound = base.outputs().isSound;
   const JsonOutput json = runJsonReader(logPath);
   check(json.isSound == isSound, "both readers judge the log alike");
   check(!isSound || json.messageCount == base.messageCount(), "both readers see the same messages");
   check(isInProportion(g_jsonDocument.GetAllocator().Size(), std::filesystem::file_size(logPath)),
         "the document's memory is in proportion to the log");
+  check(runJsonReader(logPath) == json, "the JSON reader writes the same again");
   g_jsonDocument.GetAllocator().Clear();
   return {isSound, base.messageCount()};
 }
