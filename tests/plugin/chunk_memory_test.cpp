@@ -41,6 +41,9 @@ void release(void* block) {
 // The plug-ins' calls come here too. Not inlined, where GCC takes malloc and delete for a mismatch.
 [[gnu::noinline]] void* operator new(std::size_t size) { return allocate(size); }
 [[gnu::noinline]] void* operator new[](std::size_t size) { return allocate(size); }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return std::malloc(size);  // makes nothing but loggers
+}
 [[gnu::noinline]] void operator delete(void* block) noexcept { release(block); }
 [[gnu::noinline]] void operator delete[](void* block) noexcept { release(block); }
 [[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
