@@ -30,7 +30,7 @@ class ReadmeTest(unittest.TestCase):
         self.assertEqual(status, 1)
 
     def test_outputs_are_what_the_programs_give(self):
-        subprocess.run([f"{SOURCE}/scripts/refresh-readme", "--check", "--build", BUILD],
+        subprocess.run([f"{SOURCE}/scripts/refresh-outputs", "--check", "--build", BUILD],
                        check=True)
 
     def test_every_option_is_in_its_table(self):
