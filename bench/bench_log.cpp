@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <utility>
 
-#include "input/chunk_verifier.h"
 #include "input/event_decoder.h"
 
 namespace vyn::profiling {
@@ -24,25 +24,29 @@ const char* variable(const char* name) {
   return value != nullptr ? value : "";
 }
 
+class Keeper : public MessageSink {
+ public:
+  void chunk(const ChunkBuffer& bytes, const ChunkPlace& /*place*/) override {
+    m_log.bytes += bytesOf(*bytes).size();
+    m_log.chunks.push_back(bytes);
+  }
+  void message(const schema::Message& message) override {
+    m_log.events += countEvents(message.profilingEvents());
+  }
+  BenchLog take() { return std::move(m_log); }
+
+ private:
+  BenchLog m_log;
+};
+
 }  // namespace
 
 const BenchLog& benchLog() {
   static const BenchLog log = [] {
-    BenchLog read;
-    ChunkStream chunks(variable("VYN_BENCH_LOG"));
-    ChunkVerifier verifier;
-    while (chunks.isOpen()) {
-      ChunkBuffer chunk = chunks.next();
-      if (chunk == nullptr || !verifier.isSound(chunk->data(), chunk->capacity())) {
-        break;
-      }
-      read.bytes += chunk->capacity();
-      forEachMessage(*chunk, [&](const schema::Message& message) {
-        read.events += countEvents(message.profilingEvents());
-      });
-      read.chunks.push_back(std::move(chunk));
-    }
-    return read;
+    FileSource file(variable("VYN_BENCH_LOG"));
+    Keeper keeper;
+    [[maybe_unused]] const WalkResult walk = walkLog(file, keeper);
+    return keeper.take();
   }();
   return log;
 }

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "input/chunk_stream.h"
+#include "input/log_walk.h"
 #include "input/flat_buffer_reader_util.h"
 
 namespace vyn::profiling {

@@ -59,10 +59,15 @@ void clearDocument() {
 void readStage(benchmark::State& state) {
   const BenchLog& log = benchLog();
   for (auto _ : state) {
-    ChunkStream chunks(std::getenv("VYN_BENCH_LOG"));
-    while (const ChunkBuffer chunk = chunks.next()) {
-      benchmark::DoNotOptimize(chunk->data());
-    }
+    class Sink : public ChunkSink {
+      bool take(const ChunkBuffer& chunk, const ChunkPlace& /*place*/) override {
+        benchmark::DoNotOptimize(chunk->data());
+        return true;
+      }
+    };
+    FileSource file(std::getenv("VYN_BENCH_LOG"));
+    Sink sink;
+    benchmark::DoNotOptimize(walkChunks(file, sink));
   }
   reportRates(state, log);
 }
@@ -73,7 +78,7 @@ void verifyStage(benchmark::State& state) {
   for (auto _ : state) {
     ChunkVerifier verifier;
     for (const ChunkBuffer& chunk : log.chunks) {
-      benchmark::DoNotOptimize(verifier.isSound(chunk->data(), chunk->capacity()));
+      benchmark::DoNotOptimize(verifier.isSound(bytesOf(*chunk)));
     }
   }
   reportRates(state, log);

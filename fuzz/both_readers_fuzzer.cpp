@@ -24,7 +24,7 @@ std::vector<std::uint8_t> framed(const std::uint8_t* data, std::size_t size) {
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
                                                std::size_t maxSize, unsigned seed) {
-  if (!vyn::profiling::ChunkVerifier().isSound(data, size)) {
+  if (!vyn::profiling::ChunkVerifier().isSound({data, size})) {
     // The smallest sound chunk: an empty table.
     constexpr std::uint8_t kEmptyLog[] = {8, 0, 0, 0, 4, 0, 4, 0, 4, 0, 0, 0};
     if (maxSize < sizeof(kEmptyLog)) {

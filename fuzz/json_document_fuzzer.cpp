@@ -51,7 +51,7 @@ void checkMessageText(const vyn::profiling::schema::Message& message,
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::vector<std::uint8_t> chunk(data, data + size);  // of exactly the chunk's size
-  if (!vyn::profiling::ChunkVerifier().isSound(chunk.data(), chunk.size())) {
+  if (!vyn::profiling::ChunkVerifier().isSound(chunk)) {
     return 0;
   }
   const auto* log = vyn::profiling::schema::GetProfileLog(chunk.data());

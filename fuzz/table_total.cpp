@@ -1,22 +1,30 @@
 #include "table_total.h"
 
-#include "input/chunk_stream.h"
-#include "input/chunk_verifier.h"
+#include "input/log_walk.h"
 #include "input/table_count.h"
 
 namespace vyn::fuzz {
+namespace {
+
+class TableCounter : public profiling::MessageSink {
+ public:
+  void chunk(const profiling::ChunkBuffer& bytes, const profiling::ChunkPlace& /*place*/) override {
+    m_total += profiling::tableCount(*profiling::schema::GetProfileLog(bytes->data()));
+  }
+  void message(const profiling::schema::Message& /*message*/) override {}
+  std::uint64_t total() const { return m_total; }
+
+ private:
+  std::uint64_t m_total = 0;
+};
+
+}  // namespace
 
 std::uint64_t tablesOf(const std::string& logPath) {
-  std::uint64_t total = 0;
-  profiling::ChunkStream chunks(logPath);
-  profiling::ChunkVerifier verifier;
-  while (const profiling::ChunkBuffer chunk = chunks.next()) {
-    if (!verifier.isSound(chunk->data(), chunk->capacity())) {
-      break;
-    }
-    total += profiling::tableCount(*profiling::schema::GetProfileLog(chunk->data()));
-  }
-  return total;
+  profiling::FileSource file(logPath);
+  TableCounter counter;
+  [[maybe_unused]] const profiling::WalkResult walk = profiling::walkLog(file, counter);
+  return counter.total();
 }
 
 }  // namespace vyn::fuzz

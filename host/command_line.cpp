@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "core/version/profile_viewer_version.h"
+#include "export_command.h"
 #include "help_page.h"
 #include "host_error.h"
 #include "standard_streams.h"
@@ -22,7 +23,7 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
-const std::array kVerbs = {&kViewVerb};
+const std::array kVerbs = {&kViewVerb, &kExportVerb};
 
 // The verb that a command line without one means.
 constexpr const Verb* kDefaultVerb = &kViewVerb;

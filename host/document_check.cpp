@@ -36,9 +36,7 @@ void checkJsonDocument(const NamedFile& file, const std::string& target) {
     return;
   }
   if (tail.ends_with("\": \n")) {
-    throw HostError(target,
-                    "not written, for the log holds a value that is not a number (NaN or "
-                    "infinity), which JSON cannot hold; read the log with --reader summary");
+    throw HostError(target, kHoldsNoNumber);
   }
   throwCutShort(file);
 }

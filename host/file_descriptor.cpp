@@ -26,14 +26,6 @@ std::size_t checked(ssize_t count, const NamedFile& file) {
   throwFailure(file, errno);
 }
 
-void writeAll(const NamedFile& file, const char* bytes, std::size_t size) {
-  while (size > 0) {
-    const std::size_t count = checked(write(file.descriptor, bytes, size), file);
-    bytes += count;
-    size -= count;
-  }
-}
-
 }  // namespace
 
 int FileDescriptor::close() {
@@ -72,6 +64,14 @@ void throwFailure(const NamedFile& file, int error) {
     throw ClosedPipe(file.name, explain(EPIPE));
   }
   throw HostError(file.name, explain(error));
+}
+
+void writeAll(const NamedFile& file, const char* bytes, std::size_t size) {
+  while (size > 0) {
+    const std::size_t count = checked(write(file.descriptor, bytes, size), file);
+    bytes += count;
+    size -= count;
+  }
 }
 
 void copyFile(const NamedFile& from, const NamedFile& to) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -51,6 +52,9 @@ bool isClosedPipe(int descriptor);
 /// Throws HostError for the system call on `file` that failed with `error`; ClosedPipe when that is
 /// because nobody reads from it any more.
 [[noreturn]] void throwFailure(const NamedFile& file, int error);
+
+/// Writes all bytes. Throws HostError, ClosedPipe.
+void writeAll(const NamedFile& file, const char* bytes, std::size_t size);
 
 /// Copies the file `from`, from its start to its end, to `to`. Throws HostError, ClosedPipe.
 void copyFile(const NamedFile& from, const NamedFile& to);

@@ -2,9 +2,13 @@
 
 #include <string>
 
+#include "input/chunk_walk.h"
 #include "log_file.h"
 
 namespace vyn::host {
+
+/// What damage ended the walk over the log, and what to do.
+std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk);
 
 /// Why a reader refused the log, and what to do: walks the log chunk by chunk to its first damage.
 /// Without any, the `reason` that the reader printed, or an empty text, must do. Throws

@@ -13,8 +13,7 @@
 #include <string_view>
 
 #include "host_error.h"
-#include "input/chunk_stream.h"
-#include "input/chunk_verifier.h"
+#include "input/log_walk.h"
 #include "saturating.h"
 
 namespace vyn::host {
@@ -66,16 +65,14 @@ std::uint64_t payloadSize(const schema::Event& event) {
                                                                                    : 0;
 }
 
-class Surveyor {
+class Surveyor : public profiling::MessageSink {
  public:
-  void add(const schema::ProfileLog& chunk) {
+  void chunk(const profiling::ChunkBuffer& /*bytes*/,
+             const profiling::ChunkPlace& /*place*/) override {
     m_placesByText.clear();
-    if (chunk.messages() == nullptr) {
-      return;
-    }
-    for (const schema::Message* message : *chunk.messages()) {
-      add(message->profilingEvents(), repetitionOf(*message));
-    }
+  }
+  void message(const schema::Message& message) override {
+    add(message.profilingEvents(), repetitionOf(message));
   }
 
   PayloadSurvey take() { return std::move(m_survey); }
@@ -145,14 +142,9 @@ class Surveyor {
 PayloadSurvey surveyPayloads(const LogFile& log) {
   try {
     Surveyor surveyor;
-    profiling::ChunkStream stream(log.path);
-    profiling::ChunkVerifier verifier;
-    while (const profiling::ChunkBuffer chunk = stream.next()) {
-      if (!verifier.isSound(chunk->data(), chunk->capacity())) {
-        break;  // readers refuse the log
-      }
-      surveyor.add(*schema::GetProfileLog(chunk->data()));
-    }
+    profiling::FileSource file(log.path);
+    // Readers refuse a log that is damaged further on.
+    [[maybe_unused]] const profiling::WalkResult walk = profiling::walkLog(file, surveyor);
     return surveyor.take();
   } catch (const std::bad_alloc&) {
   } catch (const std::length_error&) {

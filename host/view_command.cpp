@@ -66,21 +66,20 @@ void view(const ViewOptions& options) {
   checkStandardStreams(log);
   const ReaderChoice reader = chooseReader(options.reader).value();
   const ReaderLibrary library(reader);
-  const Reading reading{
-      library,
-      log,
-      reader.output,
-      levelOf(options),
-      payloadPlaces(options),
-      options.maxOutput ? OutputLimit(*options.maxOutput) : OutputLimit::standardFor(log)};
+  const Reading reading{library,
+                        log,
+                        reader.output,
+                        levelOf(options),
+                        payloadPlaces(options),
+                        options.output.limitFor(log)};
   if (options.header) {
     printHeader(library, log, options);
-  } else if (!options.output.empty()) {
-    writeOutput(reading, findDestination(options.output, log), TempFile::Existing::kReplaced);
+  } else if (!options.output.name.empty()) {
+    writeOutput(reading, findDestination(options.output.name, log), TempFile::Existing::kReplaced);
   } else if (reader.output == OutputKind::kJsonDocument && log.isStandardInput) {
     writeOutput(reading, findDestination("-", log), TempFile::Existing::kReplaced);
   } else if (reader.output == OutputKind::kJsonDocument) {
-    writeDefaultOutput(reading, options.force);
+    writeDefaultOutput(reading, options.output.force);
   } else {
     printOutput(reading);
   }

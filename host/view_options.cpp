@@ -1,10 +1,8 @@
 #include "view_options.h"
 
 #include <CLI/CLI.hpp>
-#include <cctype>
 
 #include "option_scope.h"
-#include "output_limit.h"
 #include "reader_names.h"
 
 namespace vyn::host {
@@ -15,36 +13,6 @@ std::string checkReader(const std::string& text) {
   return chooseReader(text) ? ""
                             : "no reader is named " + text + " (there are " + readerNames() +
                                   "; a library's path needs a /)";
-}
-
-std::string checkOutput(const std::string& text) {
-  if (text.empty()) {
-    return "the name of the output is empty";
-  }
-  const bool isOption = text.size() > 1 && text.front() == '-';
-  return isOption ? "needs FILE before " + text + "; a file of this name is given as ./" + text
-                  : "";
-}
-
-// Sizes become bytes, "none" the largest number.
-std::string readSize(std::string& text) {
-  if (text == "none") {
-    text = std::to_string(OutputLimit::kNone);
-    return "";
-  }
-  if (text.empty() || std::isdigit(static_cast<unsigned char>(text.front())) == 0) {
-    return "'" + text + "' is no size; give bytes, a size like 500MB or 2GiB, or none";
-  }
-  return CLI::AsSizeValue(true)(text);
-}
-
-void addMaxOutput(CLI::App& commandLine, std::optional<std::uint64_t>& maxOutput) {
-  commandLine
-      .add_option("--max-output", maxOutput,
-                  "Stop when an output gets larger: bytes, a size like 500MB or 2GiB, or none. "
-                  "Without it: 1 GiB or 1000 times LOG, whichever is larger")
-      ->type_name("SIZE")
-      ->transform(CLI::Validator(readSize, ""));
 }
 
 void addReader(CLI::App& commandLine, ViewOptions& options) {
@@ -62,23 +30,11 @@ void addReader(CLI::App& commandLine, ViewOptions& options) {
       ->check(CLI::Range(ViewOptions::kMinLevel, ViewOptions::kMaxLevel));
 }
 
-CLI::Option* addOutput(CLI::App& commandLine, ViewOptions& options) {
-  CLI::Option* output =
-      commandLine
-          .add_option("-o,--output", options.output,
-                      "Where to write, - for standard output. json: the document, otherwise "
-                      "written to LOG's name with .json in the current directory, unless something "
-                      "else than LOG's document is there, or to standard output when LOG is -. "
-                      "summary: a CSV listing, added to what FILE holds")
-          ->type_name("FILE")
-          ->check(checkOutput);
-  commandLine
-      .add_flag("--force", options.force,
-                "Replace whatever has the name that the document gets without --output (json)")
-      ->excludes(output);
-  addMaxOutput(commandLine, options.maxOutput);
-  return output;
-}
+constexpr char kOutputPurpose[] =
+    "Where to write, - for standard output. json: the document, otherwise written to LOG's name "
+    "with "
+    ".json in the current directory, unless something else than LOG's document is there, or to "
+    "standard output when LOG is -. summary: a CSV listing, added to what FILE holds";
 
 CLI::Option* addPayloads(CLI::App& commandLine, ViewOptions& options) {
   CLI::Option* payloads =
@@ -98,7 +54,7 @@ std::shared_ptr<ViewOptions> declareViewOptions(CLI::App& commandLine) {
   commandLine.add_option("LOG", options->log, "The profiling log; - is standard input")
       ->type_name("")
       ->required();
-  CLI::Option* output = addOutput(commandLine, *options);
+  CLI::Option* output = addOutputOptions(commandLine, options->output, kOutputPurpose);
   addReader(commandLine, *options);
   CLI::Option* payloads = addPayloads(commandLine, *options);
   commandLine.add_flag("--header", options->header, "Print only the log's header (summary)")

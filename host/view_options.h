@@ -1,10 +1,10 @@
 #pragma once
 
 #include <CLI/App.hpp>
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
+
+#include "output_options.h"
 
 namespace vyn::host {
 
@@ -14,14 +14,12 @@ struct ViewOptions {
   static constexpr int kMaxLevel = 127;
 
   std::string log;
-  std::string output;  ///< empty: none was given
+  OutputOptions output;
   std::string reader = "json";
   int level = kMaxLevel;
   bool payloads = false;
   bool payloadsAnywhere = false;
   bool header = false;
-  bool force = false;
-  std::optional<std::uint64_t> maxOutput;  ///< bytes; OutputLimit::kNone for none
 };
 
 /// Adds the options to the command line; parsing it fills what is returned. Options that the chosen

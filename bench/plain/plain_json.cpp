@@ -11,9 +11,8 @@
 #include <iostream>
 
 #include "core/version/profile_viewer_version.h"
-#include "input/chunk_stream.h"
 #include "input/enum_texts.h"
-#include "input/flat_buffer_reader_util.h"
+#include "input/log_walk.h"
 
 namespace vyn::profiling {
 namespace {
@@ -116,25 +115,35 @@ rapidjson::Value metadataToJson(const schema::LogHeader& header, const char* log
   return object;
 }
 
-bool readLog(const char* logPath) {
-  ChunkStream chunks(logPath);
-  FlatBufferReaderUtil reader;
-  rapidjson::Value root(rapidjson::kObjectType);
-  rapidjson::Value messages(rapidjson::kArrayType);
-  while (const ChunkBuffer chunk = chunks.next()) {
-    if (!reader.load(chunk)) {
-      return false;
-    }
-    if (reader.header() != nullptr && !root.HasMember("metadata")) {
-      add(root, "metadata", metadataToJson(*reader.header(), logPath));
-    }
-    while (const schema::Message* message = reader.nextMessage()) {
-      messages.PushBack(messageToJson(*message), g_document.GetAllocator());
+class PlainReader : public MessageSink {
+ public:
+  explicit PlainReader(const char* logPath) : m_logPath(logPath) {}
+
+  void header(const schema::LogHeader& header) override {
+    if (!m_root.HasMember("metadata")) {
+      add(m_root, "metadata", metadataToJson(header, m_logPath));
     }
   }
-  add(root, "messages", messages);
-  g_document.PushBack(root, g_document.GetAllocator());
-  return chunks.isOpen();
+  void message(const schema::Message& message) override {
+    m_messages.PushBack(messageToJson(message), g_document.GetAllocator());
+  }
+  void finish() {
+    add(m_root, "messages", m_messages);
+    g_document.PushBack(m_root, g_document.GetAllocator());
+  }
+
+ private:
+  const char* m_logPath;
+  rapidjson::Value m_root{rapidjson::kObjectType};
+  rapidjson::Value m_messages{rapidjson::kArrayType};
+};
+
+bool readLog(const char* logPath) {
+  FileSource file(logPath);
+  PlainReader reader(logPath);
+  const bool isRead = walkLog(file, reader).isAccepted && file.isOpen();
+  reader.finish();
+  return isRead;
 }
 
 bool writeDocument(const char* outputPath) {

@@ -7,7 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "input/chunk_stream.h"
+#include "input/byte_source.h"
+#include "input/chunk.h"
 #include "input/event_copies.h"
 #include "input/execution_records.h"
 #include "input/flat_buffer_reader_util.h"
@@ -53,7 +54,8 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   // Reading. A message is visible when its level is below the reader's; each take operation files
   // one message into the stores below and returns false when it did not take it. One that throws,
   // for want of memory, leaves the stores as they were.
-  bool readChunks(ChunkStream& chunks);
+  bool readChunks(ByteSource& source);
+  bool takeChunk(const ChunkBuffer& chunk);
 
   /// True for the first read. A second one, whatever became of the first, is refused with a log
   /// line: nothing resets what the first left.

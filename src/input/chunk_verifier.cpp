@@ -10,13 +10,13 @@ namespace {
 
 constexpr flatbuffers::uoffset_t kMaxTableDepth = 64;
 
-bool verifies(const std::uint8_t* bytes, std::size_t size, std::size_t maxTables) {
+bool verifies(std::span<const std::uint8_t> chunk, std::size_t maxTables) {
   flatbuffers::Verifier::Options options;
   options.max_depth = kMaxTableDepth;
   options.max_tables = static_cast<flatbuffers::uoffset_t>(maxTables);
   options.check_alignment = false;
   options.check_nested_flatbuffers = true;
-  flatbuffers::Verifier verifier(bytes, size, options);
+  flatbuffers::Verifier verifier(chunk.data(), chunk.size(), options);
   return schema::VerifyProfileLogBuffer(verifier);
 }
 
@@ -26,18 +26,19 @@ bool verifies(const std::uint8_t* bytes, std::size_t size, std::size_t maxTables
 // near the first limit. Sub-events that are shared between events, level upon level, can name more
 // tables than anyone could ever walk; the library's own limit of a million is too low for long
 // runs.
-bool ChunkVerifier::isSound(const std::uint8_t* bytes, std::size_t size) {
+bool ChunkVerifier::isSound(std::span<const std::uint8_t> chunk) {
+  const std::size_t size = chunk.size();
   // Before the verifier is built: it aborts on sizes that it cannot hold.
   if (!isPlausibleChunkSize(size)) {
     return false;
   }
-  if (verifies(bytes, size, size)) {
+  if (verifies(chunk, size)) {
     return true;
   }
-  if (m_allowance == 0 || !verifies(bytes, size, size + m_allowance)) {
+  if (m_allowance == 0 || !verifies(chunk, size + m_allowance)) {
     return false;
   }
-  const std::uint64_t tables = tableCount(*schema::GetProfileLog(bytes));
+  const std::uint64_t tables = tableCount(*schema::GetProfileLog(chunk.data()));
   m_allowance -= static_cast<std::uint32_t>(tables - size);
   return true;
 }

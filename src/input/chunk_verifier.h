@@ -1,21 +1,21 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace vyn::profiling {
 
 /// Judges the chunks of one log, in their order.
 class ChunkVerifier {
  public:
-  /// True when the chunk of `size` bytes is a sound buffer of the log's schema: every table, string
+  /// True when the chunk is a sound buffer of the log's schema: every table, string
   /// and vector lies inside it, required fields are there, and events nest at most 64 tables deep
   /// (which also bounds every recursion over events). Unaligned data is accepted.
   ///
   /// Vectors and tables may be shared, so that a few bytes name millions of tables. A chunk may
   /// name as many tables as it has bytes; kSharedTableAllowance more are there for all chunks of
   /// the log together.
-  bool isSound(const std::uint8_t* bytes, std::size_t size);
+  bool isSound(std::span<const std::uint8_t> chunk);
 
   /// Tables that a log may name beyond one for each of its bytes.
   static constexpr std::uint32_t kSharedTableAllowance = 2'097'152;

@@ -5,8 +5,7 @@
 namespace vyn::profiling {
 
 bool FlatBufferReaderUtil::load(const ChunkBuffer& chunk) {
-  // The capacity, not the size, counts the chunk's bytes (see ChunkBuffer).
-  if (!m_verifier.isSound(chunk->data(), chunk->capacity())) {
+  if (!m_verifier.isSound(bytesOf(*chunk))) {
     log::log(log::kError, "Corrupted flatbuffer binary stream");
     return false;
   }

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "input/chunk_stream.h"
+#include "input/chunk.h"
 #include "input/chunk_verifier.h"
 
 namespace vyn::profiling {

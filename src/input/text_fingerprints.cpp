@@ -58,8 +58,8 @@ void add(std::string_view bytes, std::array<std::uint64_t, 2>& sums) {
 
 }  // namespace
 
-void TextFingerprints::startChunk(const std::uint8_t* chunk, std::size_t size) {
-  m_chunk = {reinterpret_cast<const char*>(chunk), size};
+void TextFingerprints::startChunk(std::span<const std::uint8_t> chunk) {
+  m_chunk = {reinterpret_cast<const char*>(chunk.data()), chunk.size()};
   m_lookedAt = 0;
   m_sums = {};
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -29,7 +30,7 @@ struct TextFingerprintHash {
 class TextFingerprints {
  public:
   /// To be called before the first text of each chunk. The bytes must live as long as its texts.
-  void startChunk(const std::uint8_t* chunk, std::size_t size);
+  void startChunk(std::span<const std::uint8_t> chunk);
 
   /// The fingerprint of a text of the chunk.
   TextFingerprint ofChunkText(std::string_view text);

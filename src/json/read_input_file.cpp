@@ -1,4 +1,5 @@
 #include "core/start_logging.h"
+#include "input/chunk_walk.h"
 #include "json/json_document.h"
 #include "json/message_to_json.h"
 #include "json/metadata_to_json.h"
@@ -11,13 +12,13 @@ bool VynProfileLogReaderJSON::readInputFile(bool /*writeObjectPayloads*/) {
   if (!startLogging()) {
     return false;
   }
-  ChunkStream chunks(m_inputLogFileLocation);
-  if (!chunks.isOpen()) {
+  FileSource file(m_inputLogFileLocation);
+  if (!file.isOpen()) {
     log::log(log::kError, "Invalid or nonexistent file: %s", m_inputLogFileLocation.c_str());
     return false;
   }
   JsonValue messages(rapidjson::kArrayType);
-  if (!startReading() || !readChunksToJson(chunks, messages)) {
+  if (!startReading() || !readChunksToJson(file, messages)) {
     return false;
   }
   auto& allocator = g_jsonDocument.GetAllocator();
@@ -26,22 +27,38 @@ bool VynProfileLogReaderJSON::readInputFile(bool /*writeObjectPayloads*/) {
   return true;
 }
 
-bool VynProfileLogReaderJSON::readChunksToJson(ChunkStream& chunks, JsonValue& messages) {
+bool VynProfileLogReaderJSON::readChunksToJson(ByteSource& source, JsonValue& messages) {
+  class Sink : public ChunkSink {
+   public:
+    Sink(VynProfileLogReaderJSON& reader, JsonValue& messages)
+        : m_reader(reader), m_messages(messages) {}
+    bool take(const ChunkBuffer& chunk, const ChunkPlace& /*place*/) override {
+      m_texts.startChunk(chunk->data());
+      return m_reader.takeChunkToJson(chunk, m_messages, m_builder);
+    }
+
+   private:
+    VynProfileLogReaderJSON& m_reader;
+    JsonValue& m_messages;
+    TextStore m_texts;
+    ValueBuilder m_builder{m_texts};
+  };
   const ChunkRelease release(m_flatBufferReader);
-  TextStore texts;
-  ValueBuilder builder(texts);
-  while (const ChunkBuffer chunk = chunks.next()) {
-    if (!m_flatBufferReader.load(chunk)) {
-      return false;
-    }
-    texts.startChunk(chunk->data());
-    if (!m_metadataAdded) {
-      addMetadataToJson(builder);
-    }
-    m_reachedEof = false;
-    while (!m_reachedEof) {
-      addNextMessageToJson(messages, builder);
-    }
+  Sink sink(*this, messages);
+  return walkChunks(source, sink).isAccepted;
+}
+
+bool VynProfileLogReaderJSON::takeChunkToJson(const ChunkBuffer& chunk, JsonValue& messages,
+                                              ValueBuilder& builder) {
+  if (!m_flatBufferReader.load(chunk)) {
+    return false;
+  }
+  if (!m_metadataAdded) {
+    addMetadataToJson(builder);
+  }
+  m_reachedEof = false;
+  while (!m_reachedEof) {
+    addNextMessageToJson(messages, builder);
   }
   return true;
 }

@@ -5,8 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "json/json_document.h"
+#include "json/json_keys.h"
 #include "json/text_store.h"
 
 namespace vyn::profiling {
@@ -22,6 +24,7 @@ class ValueBuilder {
   /// Runs `send(*this)`, which sends exactly one value, and returns that value.
   template <typename Send>
   JsonValue build(const Send& send) {
+    m_levels.assign(1, Level{});
     auto generator = [&](JsonDocument&) {
       send(*this);
       return true;
@@ -30,16 +33,25 @@ class ValueBuilder {
     return JsonValue(static_cast<JsonValue&&>(m_document));
   }
 
-  void startObject() { m_document.StartObject(); }
-  void endObject(rapidjson::SizeType memberCount) { m_document.EndObject(memberCount); }
-  void startArray() { m_document.StartArray(); }
-  void endArray(rapidjson::SizeType elementCount) { m_document.EndArray(elementCount); }
-
-  /// The name of the member whose value comes next; a literal, which is not copied.
-  template <std::size_t Size>
-  void key(const char (&name)[Size]) {
-    m_document.Key(name, static_cast<rapidjson::SizeType>(Size - 1), false);
+  void startObject() {
+    m_document.StartObject();
+    m_levels.push_back({});
   }
+  void endObject() { m_document.EndObject(endLevel()); }
+  void startArray() {
+    m_document.StartArray();
+    m_levels.push_back({true, 0});
+  }
+  void endArray() { m_document.EndArray(endLevel()); }
+
+  /// The name of the member whose value comes next.
+  void key(JsonKey key) {
+    const std::string_view name = nameOf(key);
+    m_document.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()), false);
+    ++m_levels.back().count;
+  }
+
+  // Numbers and texts are members of objects only: no array of the document holds them.
 
   void number(std::uint32_t value) { m_document.Uint(value); }
   void number(std::uint64_t value) { m_document.Uint64(value); }
@@ -67,12 +79,27 @@ class ValueBuilder {
   // Texts of up to this many bytes live inside their value; storing them elsewhere gains nothing.
   static constexpr std::size_t kInlineTextLength = 13;
 
+  // An object or array that has begun, and how many members or elements it has so far.
+  struct Level {
+    bool isArray = false;
+    rapidjson::SizeType count = 0;
+  };
+
   void sendText(std::string_view text, bool copy) {
     m_document.String(text.data(), static_cast<rapidjson::SizeType>(text.size()), copy);
   }
 
+  rapidjson::SizeType endLevel() {
+    const rapidjson::SizeType count = m_levels.back().count;
+    m_levels.pop_back();
+    Level& outer = m_levels.back();
+    outer.count += outer.isArray ? 1 : 0;
+    return count;
+  }
+
   TextStore& m_texts;
   JsonDocument m_document;
+  std::vector<Level> m_levels;
 };
 
 }  // namespace vyn::profiling

@@ -19,7 +19,8 @@ class VynProfileLogReaderJSON : public VynProfileLogReader {
   bool readInputFile(bool writeObjectPayloads) override;
 
  protected:
-  bool readChunksToJson(ChunkStream& chunks, JsonValue& messages);
+  bool readChunksToJson(ByteSource& source, JsonValue& messages);
+  bool takeChunkToJson(const ChunkBuffer& chunk, JsonValue& messages, ValueBuilder& builder);
 
   /// Adds "metadata" from the current chunk's header, if it has one, to the root.
   void addMetadataToJson(ValueBuilder& builder);

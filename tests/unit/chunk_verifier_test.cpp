@@ -16,11 +16,12 @@ using flatbuffers::Offset;
 using Events = Offset<flatbuffers::Vector<Offset<schema::Event>>>;
 
 bool isSound(const std::string& bytes) {
-  return ChunkVerifier().isSound(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  return ChunkVerifier().isSound(
+      {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
 }
 
 bool isSound(const FlatBufferBuilder& builder) {
-  return ChunkVerifier().isSound(builder.GetBufferPointer(), builder.GetSize());
+  return ChunkVerifier().isSound({builder.GetBufferPointer(), builder.GetSize()});
 }
 
 // Ends the buffer with one message that has these events.
@@ -88,10 +89,6 @@ std::vector<std::uint8_t> withTables(std::uint64_t tables) {
   return chunk;
 }
 
-bool isSound(ChunkVerifier& verifier, const std::vector<std::uint8_t>& chunk) {
-  return verifier.isSound(chunk.data(), chunk.size());
-}
-
 const std::string kGoodChunk =
     "{header:{netRunVersion:\"2\"},messages:[{header:{},appMetrics:{},graphName:\"net\"}]}";
 
@@ -108,8 +105,9 @@ TEST(ChunkVerifier, RefusesFewerThanTwelveBytes) {
 }
 
 TEST(ChunkVerifier, RefusesImpossibleSizesBeforeLookingAtAnyByte) {
-  EXPECT_FALSE(ChunkVerifier().isSound(nullptr, 0x7FFFFFFF));
-  EXPECT_FALSE(ChunkVerifier().isSound(nullptr, 0xFFFFFFFF));
+  const std::uint8_t* const noBytes = nullptr;
+  EXPECT_FALSE(ChunkVerifier().isSound({noBytes, 0x7FFFFFFF}));
+  EXPECT_FALSE(ChunkVerifier().isSound({noBytes, 0xFFFFFFFF}));
 }
 
 TEST(ChunkVerifier, RefusesEveryPrefixThatCutsATable) {
@@ -117,7 +115,7 @@ TEST(ChunkVerifier, RefusesEveryPrefixThatCutsATable) {
   for (std::size_t size = 0; size + 8 < chunk.size(); ++size) {
     const std::vector<std::uint8_t> cut(chunk.begin(),
                                         chunk.begin() + static_cast<std::ptrdiff_t>(size));
-    EXPECT_FALSE(ChunkVerifier().isSound(cut.data(), cut.size())) << size;
+    EXPECT_FALSE(ChunkVerifier().isSound(cut)) << size;
   }
 }
 
@@ -143,7 +141,7 @@ TEST(ChunkVerifier, RefusesSubEventsSharedLevelUponLevelAtOnce) {
 
 TEST(ChunkVerifier, AcceptsASmallChunkThatSharesItsSubEvents) {
   ChunkVerifier verifier;
-  EXPECT_TRUE(isSound(verifier, withTables(1'200'000)));
+  EXPECT_TRUE(verifier.isSound(withTables(1'200'000)));
 }
 
 TEST(ChunkVerifier, AcceptsOneMessageNamedByManySlots) {
@@ -159,20 +157,20 @@ TEST(ChunkVerifier, AcceptsOneMessageNamedByManySlots) {
 TEST(ChunkVerifier, AllowsATableForEachByteAndTheAllowance) {
   constexpr std::uint64_t kLimit = kSharingChunkSize + ChunkVerifier::kSharedTableAllowance;
   ChunkVerifier first;
-  EXPECT_TRUE(isSound(first, withTables(kLimit)));
+  EXPECT_TRUE(first.isSound(withTables(kLimit)));
   ChunkVerifier second;
-  EXPECT_FALSE(isSound(second, withTables(kLimit + 1)));
+  EXPECT_FALSE(second.isSound(withTables(kLimit + 1)));
 }
 
 TEST(ChunkVerifier, ChunksOfALogShareTheAllowance) {
   ChunkVerifier verifier;
   const auto large = withTables(1'200'000);
-  EXPECT_TRUE(isSound(verifier, large));
-  EXPECT_FALSE(isSound(verifier, large));
+  EXPECT_TRUE(verifier.isSound(large));
+  EXPECT_FALSE(verifier.isSound(large));
   const auto small = withTables(200'000);
   int accepted = 0;
   for (int chunk = 0; chunk < 100; ++chunk) {
-    accepted += isSound(verifier, small) ? 1 : 0;
+    accepted += verifier.isSound(small) ? 1 : 0;
   }
   EXPECT_EQ(accepted, 4);
 }
@@ -180,10 +178,10 @@ TEST(ChunkVerifier, ChunksOfALogShareTheAllowance) {
 TEST(ChunkVerifier, ATableForEachByteDrawsNothingFromTheAllowance) {
   ChunkVerifier verifier;
   for (int chunk = 0; chunk < 100; ++chunk) {
-    EXPECT_TRUE(isSound(verifier, withTables(kSharingChunkSize)));
+    EXPECT_TRUE(verifier.isSound(withTables(kSharingChunkSize)));
   }
   EXPECT_TRUE(
-      isSound(verifier, withTables(kSharingChunkSize + ChunkVerifier::kSharedTableAllowance)));
+      verifier.isSound(withTables(kSharingChunkSize + ChunkVerifier::kSharedTableAllowance)));
 }
 
 TEST(ChunkVerifier, AcceptsMoreThanAMillionTables) {

@@ -9,8 +9,8 @@ class GroupIndexTest : public testing::Test {
  protected:
   void startChunk(const std::string& bytes) {
     m_chunk = bytes;
-    m_fingerprints.startChunk(reinterpret_cast<const std::uint8_t*>(m_chunk.data()),
-                              m_chunk.size());
+    m_fingerprints.startChunk(
+        {reinterpret_cast<const std::uint8_t*>(m_chunk.data()), m_chunk.size()});
   }
 
   void add(std::size_t start, std::size_t length) {

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstddef>
+
+#include "input/chunk.h"
+
+namespace vyn::profiling {
+
+/// A chunk with room for `size` bytes; null, with a log line at level 1, when there is no memory
+/// for it.
+ChunkBuffer makeChunkOrLog(std::size_t size);
+
+}  // namespace vyn::profiling

@@ -1,0 +1,88 @@
+#include "input/chunk_walk.h"
+
+#include <algorithm>
+
+namespace vyn::profiling {
+namespace {
+
+class Walk {
+ public:
+  Walk(ByteSource& source, ChunkSink& sink) : m_source(source), m_sink(sink) {}
+
+  WalkResult run() {
+    while (takeNext()) {
+      ++m_result.last.index;
+    }
+    return m_result;
+  }
+
+ private:
+  // False at the end, whose reason then stands in the result.
+  bool takeNext() {
+    ChunkPlace& place = m_result.last;
+    place = {place.index, m_result.soundBytes, 0, 0};
+    place.present =
+        m_source.read(reinterpret_cast<std::uint8_t*>(&place.announced), sizeof(ChunkLength));
+    if (m_source.hasFailed()) {
+      return refuse(WalkEnd::kReadError);
+    }
+    if (place.present < sizeof(ChunkLength)) {
+      return endAt(place.present == 0 ? WalkEnd::kEndOfLog : WalkEnd::kPartialLength, true);
+    }
+    if (!isPlausibleChunkSize(place.announced)) {
+      place.present = 0;
+      return refuse(WalkEnd::kImpossibleLength);
+    }
+    return takeChunk(place);
+  }
+
+  bool takeChunk(ChunkPlace& place) {
+    ChunkBuffer chunk = m_sink.roomFor(place.announced);
+    if (chunk == nullptr) {
+      return endAt(WalkEnd::kNoRoom, false);
+    }
+    place.present = m_source.read(chunk->data(), place.announced);
+    if (place.present < place.announced) {
+      return takeCutChunk(std::move(chunk), place);
+    }
+    if (!m_sink.take(chunk, place)) {
+      return endAt(WalkEnd::kCorrupt, false);
+    }
+    ++m_result.soundChunks;
+    m_result.soundBytes += sizeof(ChunkLength) + place.announced;
+    return true;
+  }
+
+  bool takeCutChunk(ChunkBuffer chunk, const ChunkPlace& place) {
+    ChunkBuffer rest = m_sink.roomFor(place.present);
+    if (rest == nullptr) {
+      return endAt(WalkEnd::kNoRoom, false);
+    }
+    std::copy_n(chunk->data(), place.present, rest->data());
+    chunk.reset();
+    const bool isTaken = m_sink.take(rest, place);
+    return endAt(m_source.hasFailed() ? WalkEnd::kReadError : WalkEnd::kCutShort, isTaken);
+  }
+
+  // With an empty chunk, which no sink takes.
+  bool refuse(WalkEnd end) {
+    m_sink.take(makeChunk(0), m_result.last);
+    return endAt(end, false);
+  }
+
+  bool endAt(WalkEnd end, bool isAccepted) {
+    m_result.end = end;
+    m_result.isAccepted = isAccepted;
+    return false;
+  }
+
+  ByteSource& m_source;
+  ChunkSink& m_sink;
+  WalkResult m_result;
+};
+
+}  // namespace
+
+WalkResult walkChunks(ByteSource& source, ChunkSink& sink) { return Walk(source, sink).run(); }
+
+}  // namespace vyn::profiling

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <profile_log_generated.h>
+
+#include "input/chunk_walk.h"
+
+namespace vyn::profiling {
+
+/// Takes what the sound chunks of a log hold, in order. What it is handed lives until the next
+/// chunk is read.
+class MessageSink {
+ public:
+  virtual ~MessageSink() = default;
+
+  /// A chunk that was verified; its header and messages follow.
+  virtual void chunk(const ChunkBuffer& /*bytes*/, const ChunkPlace& /*place*/) {}
+
+  /// The header of the chunk, if it has one.
+  virtual void header(const schema::LogHeader& /*header*/) {}
+
+  virtual void message(const schema::Message& message) = 0;
+};
+
+/// Walks over a log, verifies each chunk and hands its header and messages to the sink, up to the
+/// log's end or its first damage. Throws std::bad_alloc or std::length_error when a chunk does not
+/// fit into memory, and what the sink throws.
+WalkResult walkLog(ByteSource& source, MessageSink& sink);
+
+}  // namespace vyn::profiling

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <flatbuffers/flatbuffers.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "json/json_keys.h"
+
+namespace vyn::profiling {
+
+/// Takes a text in pieces. May throw, and then gets no more of it.
+class TextSink {
+ public:
+  virtual ~TextSink() = default;
+  virtual void write(std::string_view text) = 0;
+};
+
+/// A value is NaN or infinite, which JSON cannot hold.
+class UnwritableNumber : public std::domain_error {
+ public:
+  UnwritableNumber() : domain_error("a value is not a number") {}
+};
+
+/// Writes JSON text from its parts, sent in document order: byte for byte what RapidJSON's pretty
+/// writer makes of the same document, without one. What stands before a member is prepared for each
+/// depth and key, so that a member costs two or three copies.
+class JsonText {
+ public:
+  explicit JsonText(TextSink& sink) : m_sink(&sink), m_block(std::make_unique<Block>()) {}
+
+  void startObject() { start('{', false); }
+  void endObject() { end('}'); }
+  void startArray() { start('[', true); }
+  void endArray() { end(']'); }
+
+  /// The name of the member whose value comes next.
+  void key(JsonKey key);
+
+  // Numbers and texts are members of objects only: no array of the document holds them.
+
+  void number(std::uint32_t value) { number(static_cast<std::uint64_t>(value)); }
+  void number(std::uint64_t value);
+  void number(std::int64_t value);
+  /// Throws UnwritableNumber.
+  void number(double value);
+
+  /// A text that needs no escaping.
+  void constantText(std::string_view text);
+  /// Any text.
+  void copiedText(std::string_view text);
+  /// A text of the log up to its first zero byte; an absent one reads as the empty text.
+  void logText(const flatbuffers::String* text);
+
+  /// Passes on what was written since the last block.
+  void flush();
+
+  /// What was not passed on yet, and all that is written from now on, goes to another sink.
+  void redirect(TextSink& sink) { m_sink = &sink; }
+
+ private:
+  static constexpr std::size_t kBlockSize = std::size_t{256} * 1024;  // bytes
+  using Block = std::array<char, kBlockSize>;
+
+  // An object or array that has begun.
+  struct Level {
+    bool isArray;
+    bool isEmpty;
+  };
+
+  // What stands before a member or an element, from the comma on; without it for the first one.
+  struct Pieces {
+    std::array<std::string, kJsonKeyNames.size()> keys;  // up to the blank behind the colon
+    std::string lineBreak;                               // with the indentation
+  };
+
+  void start(char bracket, bool isArray);
+  void end(char bracket);
+  void put(std::string_view text);
+  void putEscaped(std::string_view text);
+  const Pieces& piecesAt(std::size_t depth);
+
+  TextSink* m_sink;
+  std::unique_ptr<Block> m_block;
+  std::size_t m_used = 0;
+  std::vector<Level> m_levels;
+  std::vector<std::unique_ptr<Pieces>> m_pieces;  // by depth
+};
+
+}  // namespace vyn::profiling

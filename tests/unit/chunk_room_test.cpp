@@ -1,0 +1,28 @@
+#include "input/chunk_room.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "log/logger_registry.h"
+#include "support/captured_output.h"
+
+namespace vyn::profiling {
+namespace {
+
+TEST(ChunkRoom, IsReservedAndNotFilled) {
+  const ChunkBuffer chunk = makeChunkOrLog(12);
+  EXPECT_EQ(chunk->size(), 0U);
+  EXPECT_EQ(bytesOf(*chunk).size(), 12U);
+}
+
+TEST(ChunkRoom, LengthThatNoVectorCanHaveIsLogged) {
+  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  const std::string printed = test::printedBy(
+      [] { EXPECT_EQ(makeChunkOrLog(std::numeric_limits<std::size_t>::max()), nullptr); });
+  log::terminateLogging();
+  EXPECT_EQ(printed, "<ms> [ ERROR ] Length error: vector::reserve\n");
+}
+
+}  // namespace
+}  // namespace vyn::profiling
