@@ -22,8 +22,8 @@ struct Executions {
 const Executions& executions() {
   static const Executions decoded = [] {
     Executions all;
-    for (const ChunkBuffer& chunk : benchLog().chunks) {
-      forEachMessage(*chunk, [&](const schema::Message& message) {
+    for (const Chunk& chunk : benchLog().chunks) {
+      forEachMessage(chunk, [&](const schema::Message& message) {
         all.events.push_back(decodeEvents(message.profilingEvents(), all.texts));
       });
     }

@@ -26,9 +26,9 @@ const char* variable(const char* name) {
 
 class Keeper : public MessageSink {
  public:
-  void chunk(const ChunkBuffer& bytes, const ChunkPlace& /*place*/) override {
-    m_log.bytes += bytesOf(*bytes).size();
-    m_log.chunks.push_back(bytes);
+  void chunk(const Chunk& chunk, const ChunkPlace& /*place*/) override {
+    m_log.bytes += chunk.size;
+    m_log.chunks.push_back(chunk);
   }
   void message(const schema::Message& message) override {
     m_log.events += countEvents(message.profilingEvents());

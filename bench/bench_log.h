@@ -12,7 +12,7 @@ namespace vyn::profiling {
 
 /// The log that the benchmarks read, whole in memory.
 struct BenchLog {
-  std::vector<ChunkBuffer> chunks;
+  std::vector<Chunk> chunks;
   std::size_t bytes = 0;
   std::size_t events = 0;
 };
@@ -27,7 +27,7 @@ const char* benchOutput();
 void reportRates(benchmark::State& state, const BenchLog& log);
 
 template <typename Visit>
-void forEachMessage(const ChunkBuffer::element_type& chunk, const Visit& visit) {
+void forEachMessage(const Chunk& chunk, const Visit& visit) {
   if (const auto* messages = schema::GetProfileLog(chunk.data())->messages()) {
     for (const schema::Message* message : *messages) {
       visit(*message);

@@ -14,6 +14,7 @@
 #include "json/document_writer.h"
 #include "json/json_document.h"
 #include "json/message_to_json.h"
+#include "json/value_builder.h"
 
 namespace vyn::profiling {
 namespace {
@@ -41,9 +42,9 @@ void buildDocument(const BenchLog& log) {
   TextStore texts;
   ValueBuilder builder(texts);
   JsonValue messages(rapidjson::kArrayType);
-  for (const ChunkBuffer& chunk : log.chunks) {
-    texts.startChunk(chunk->data());
-    forEachMessage(*chunk, [&](const schema::Message& message) {
+  for (const Chunk& chunk : log.chunks) {
+    texts.startChunk(chunk.data());
+    forEachMessage(chunk, [&](const schema::Message& message) {
       JsonValue value = builder.build([&](ValueBuilder& out) { messageToJson(message, out); });
       messages.PushBack(value, g_jsonDocument.GetAllocator());
     });
@@ -60,8 +61,8 @@ void readStage(benchmark::State& state) {
   const BenchLog& log = benchLog();
   for (auto _ : state) {
     class Sink : public ChunkSink {
-      bool take(const ChunkBuffer& chunk, const ChunkPlace& /*place*/) override {
-        benchmark::DoNotOptimize(chunk->data());
+      bool take(const Chunk& chunk, const ChunkPlace& /*place*/) override {
+        benchmark::DoNotOptimize(chunk.data());
         return true;
       }
     };
@@ -77,8 +78,8 @@ void verifyStage(benchmark::State& state) {
   const BenchLog& log = benchLog();
   for (auto _ : state) {
     ChunkVerifier verifier;
-    for (const ChunkBuffer& chunk : log.chunks) {
-      benchmark::DoNotOptimize(verifier.isSound(bytesOf(*chunk)));
+    for (const Chunk& chunk : log.chunks) {
+      benchmark::DoNotOptimize(verifier.isSound(chunk.bytes()));
     }
   }
   reportRates(state, log);

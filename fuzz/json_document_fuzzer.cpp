@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <sstream>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "check.h"
@@ -14,7 +16,9 @@
 #include "input/table_count.h"
 #include "json/document_writer.h"
 #include "json/json_document.h"
+#include "json/json_text.h"
 #include "json/message_to_json.h"
+#include "json/value_builder.h"
 #include "time_limit.h"
 
 namespace {
@@ -26,6 +30,24 @@ using vyn::profiling::JsonValue;
 // What events that share their sub-events may unfold to; the verifier keeps it below a bound, but
 // one that is too slow to search through.
 constexpr std::size_t kMaxText = 64 * 1024 * 1024;  // bytes
+
+class StringSink : public vyn::profiling::TextSink {
+ public:
+  void write(std::string_view text) override { m_text += text; }
+  const std::string& text() const { return m_text; }
+
+ private:
+  std::string m_text;
+};
+
+// The text that is written without a document is the document's.
+void checkDirectText(const vyn::profiling::schema::Message& message, const std::string& expected) {
+  StringSink sink;
+  vyn::profiling::JsonText text(sink);
+  vyn::profiling::messageToJson(message, text);
+  text.flush();
+  check(sink.text() == expected, "the text written at once is the document's");
+}
 
 void checkMessageText(const vyn::profiling::schema::Message& message,
                       vyn::profiling::TextStore& texts) {
@@ -41,6 +63,7 @@ void checkMessageText(const vyn::profiling::schema::Message& message,
   if (!whole || text.str().size() > kMaxText) {
     return;
   }
+  checkDirectText(message, text.str());
   rapidjson::Document parsed;
   parsed.Parse<rapidjson::kParseFullPrecisionFlag>(text.str().c_str(), text.str().size());
   check(!parsed.HasParseError(), "the text is JSON");

@@ -8,8 +8,8 @@ namespace {
 
 class TableCounter : public profiling::MessageSink {
  public:
-  void chunk(const profiling::ChunkBuffer& bytes, const profiling::ChunkPlace& /*place*/) override {
-    m_total += profiling::tableCount(*profiling::schema::GetProfileLog(bytes->data()));
+  void chunk(const profiling::Chunk& bytes, const profiling::ChunkPlace& /*place*/) override {
+    m_total += profiling::tableCount(*profiling::schema::GetProfileLog(bytes.data()));
   }
   void message(const profiling::schema::Message& /*message*/) override {}
   std::uint64_t total() const { return m_total; }

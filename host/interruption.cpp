@@ -14,7 +14,8 @@ namespace {
 // and SIGXFSZ are missing, for they are ignored.
 constexpr int kSignals[] = {SIGINT,  SIGTERM, SIGHUP,  SIGQUIT, SIGALRM, SIGVTALRM, SIGPROF,
                             SIGUSR1, SIGUSR2, SIGXCPU, SIGIO,   SIGPWR,  SIGSTKFLT};
-// The same, but for mistakes of the program, which cannot wait.
+// The same, but for mistakes of the program, which cannot wait; only SIGABRT can, for abort() lets
+// it through by itself.
 constexpr int kCrashes[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGSYS, SIGTRAP, SIGABRT};
 
 constexpr int kExitStatusOfSignals = 128;  // what a shell adds to the number of a signal
@@ -67,6 +68,7 @@ sigset_t delayedSignals() {
   for (const int signal : kSignals) {
     sigaddset(&set, signal);
   }
+  sigaddset(&set, SIGABRT);
   for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal) {
     sigaddset(&set, signal);
   }

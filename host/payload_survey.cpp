@@ -67,8 +67,7 @@ std::uint64_t payloadSize(const schema::Event& event) {
 
 class Surveyor : public profiling::MessageSink {
  public:
-  void chunk(const profiling::ChunkBuffer& /*bytes*/,
-             const profiling::ChunkPlace& /*place*/) override {
+  void chunk(const profiling::Chunk& /*chunk*/, const profiling::ChunkPlace& /*place*/) override {
     m_placesByText.clear();
   }
   void message(const schema::Message& message) override {

@@ -55,7 +55,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   // one message into the stores below and returns false when it did not take it. One that throws,
   // for want of memory, leaves the stores as they were.
   bool readChunks(ByteSource& source);
-  bool takeChunk(const ChunkBuffer& chunk);
+  bool takeChunk(const Chunk& chunk);
 
   /// True for the first read. A second one, whatever became of the first, is refused with a log
   /// line: nothing resets what the first left.

@@ -6,8 +6,9 @@
 #include "log/logger_registry.h"
 
 namespace vyn::profiling {
+namespace {
 
-ChunkBuffer makeChunkOrLog(std::size_t size) {
+ChunkBuffer makeChunkOrLogOnce(std::size_t size) {
   try {
     return makeChunk(size);
   } catch (const std::bad_alloc& error) {
@@ -16,6 +17,16 @@ ChunkBuffer makeChunkOrLog(std::size_t size) {
     log::log(log::kError, "Length error: %s", error.what());
   }
   return nullptr;
+}
+
+}  // namespace
+
+ChunkBuffer makeChunkOrLog(std::size_t size) {
+  try {
+    return makeChunkOrLogOnce(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;  // not even memory for the line
+  }
 }
 
 }  // namespace vyn::profiling

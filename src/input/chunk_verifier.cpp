@@ -39,7 +39,7 @@ bool ChunkVerifier::isSound(std::span<const std::uint8_t> chunk) {
     return false;
   }
   const std::uint64_t tables = tableCount(*schema::GetProfileLog(chunk.data()));
-  m_allowance -= static_cast<std::uint32_t>(tables - size);
+  m_allowance -= static_cast<std::uint32_t>(tables > size ? tables - size : 0);
   return true;
 }
 

@@ -1,7 +1,5 @@
 #include "input/chunk_walk.h"
 
-#include <algorithm>
-
 namespace vyn::profiling {
 namespace {
 
@@ -37,15 +35,16 @@ class Walk {
   }
 
   bool takeChunk(ChunkPlace& place) {
-    ChunkBuffer chunk = m_sink.roomFor(place.announced);
+    const ChunkBuffer chunk = m_sink.roomFor(place.announced);
     if (chunk == nullptr) {
       return endAt(WalkEnd::kNoRoom, false);
     }
     place.present = m_source.read(chunk->data(), place.announced);
+    const bool isTaken = m_sink.take({chunk, place.present}, place);
     if (place.present < place.announced) {
-      return takeCutChunk(std::move(chunk), place);
+      return endAt(m_source.hasFailed() ? WalkEnd::kReadError : WalkEnd::kCutShort, isTaken);
     }
-    if (!m_sink.take(chunk, place)) {
+    if (!isTaken) {
       return endAt(WalkEnd::kCorrupt, false);
     }
     ++m_result.soundChunks;
@@ -53,20 +52,9 @@ class Walk {
     return true;
   }
 
-  bool takeCutChunk(ChunkBuffer chunk, const ChunkPlace& place) {
-    ChunkBuffer rest = m_sink.roomFor(place.present);
-    if (rest == nullptr) {
-      return endAt(WalkEnd::kNoRoom, false);
-    }
-    std::copy_n(chunk->data(), place.present, rest->data());
-    chunk.reset();
-    const bool isTaken = m_sink.take(rest, place);
-    return endAt(m_source.hasFailed() ? WalkEnd::kReadError : WalkEnd::kCutShort, isTaken);
-  }
-
   // With an empty chunk, which no sink takes.
   bool refuse(WalkEnd end) {
-    m_sink.take(makeChunk(0), m_result.last);
+    m_sink.take({makeChunk(0), 0}, m_result.last);
     return endAt(end, false);
   }
 

@@ -50,7 +50,7 @@ class ChunkSink {
   /// Judges a chunk and, if it is sound, takes it. One that the log cuts short has the bytes that
   /// are there; one of an impossible length, and one where reading fails, has none. False ends the
   /// walk. The walk keeps no chunk while it reads the next one.
-  virtual bool take(const ChunkBuffer& chunk, const ChunkPlace& place) = 0;
+  virtual bool take(const Chunk& chunk, const ChunkPlace& place) = 0;
 };
 
 /// Cuts a log into its chunks and hands them to the sink until it has refused one or none is left.

@@ -4,12 +4,12 @@
 
 namespace vyn::profiling {
 
-bool FlatBufferReaderUtil::load(const ChunkBuffer& chunk) {
-  if (!m_verifier.isSound(bytesOf(*chunk))) {
+bool FlatBufferReaderUtil::load(const Chunk& chunk) {
+  if (!m_verifier.isSound(chunk.bytes())) {
     log::log(log::kError, "Corrupted flatbuffer binary stream");
     return false;
   }
-  m_root = schema::GetProfileLog(chunk->data());
+  m_root = schema::GetProfileLog(chunk.data());
   if (m_header == nullptr) {
     m_header = m_root->header();
   }

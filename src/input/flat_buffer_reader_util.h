@@ -20,7 +20,10 @@ class FlatBufferReaderUtil {
 
   /// Verifies the chunk and goes to its first message. Logs and returns false for a corrupt chunk,
   /// and then still stands where it stood before.
-  bool load(const ChunkBuffer& chunk);
+  bool load(const Chunk& chunk);
+
+  /// The same for a chunk that fills its buffer.
+  bool load(const ChunkBuffer& buffer) { return load(Chunk{buffer, buffer->capacity()}); }
 
   /// The first header that any chunk carried, or null. Its bytes are gone with its chunk, so it may
   /// be read only right after the load that first made it non-null.

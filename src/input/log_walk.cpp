@@ -9,12 +9,12 @@ class VerifyingSink : public ChunkSink {
  public:
   explicit VerifyingSink(MessageSink& sink) : m_sink(sink) {}
 
-  bool take(const ChunkBuffer& chunk, const ChunkPlace& place) override {
-    if (!m_verifier.isSound(bytesOf(*chunk))) {
+  bool take(const Chunk& chunk, const ChunkPlace& place) override {
+    if (!m_verifier.isSound(chunk.bytes())) {
       return false;
     }
     m_sink.chunk(chunk, place);
-    const schema::ProfileLog& log = *schema::GetProfileLog(chunk->data());
+    const schema::ProfileLog& log = *schema::GetProfileLog(chunk.data());
     if (log.header() != nullptr) {
       m_sink.header(*log.header());
     }

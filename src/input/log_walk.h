@@ -13,7 +13,7 @@ class MessageSink {
   virtual ~MessageSink() = default;
 
   /// A chunk that was verified; its header and messages follow.
-  virtual void chunk(const ChunkBuffer& /*bytes*/, const ChunkPlace& /*place*/) {}
+  virtual void chunk(const Chunk& /*chunk*/, const ChunkPlace& /*place*/) {}
 
   /// The header of the chunk, if it has one.
   virtual void header(const schema::LogHeader& /*header*/) {}

@@ -36,7 +36,7 @@ bool VynProfileLogReader::readChunks(ByteSource& source) {
    public:
     explicit Sink(VynProfileLogReader& reader) : m_reader(reader) {}
     ChunkBuffer roomFor(std::size_t size) override { return makeChunkOrLog(size); }
-    bool take(const ChunkBuffer& chunk, const ChunkPlace& /*place*/) override {
+    bool take(const Chunk& chunk, const ChunkPlace& /*place*/) override {
       return m_reader.takeChunk(chunk);
     }
 
@@ -48,11 +48,11 @@ bool VynProfileLogReader::readChunks(ByteSource& source) {
   return walkChunks(source, sink).isAccepted;
 }
 
-bool VynProfileLogReader::takeChunk(const ChunkBuffer& chunk) {
+bool VynProfileLogReader::takeChunk(const Chunk& chunk) {
   if (!m_flatBufferReader.load(chunk)) {
     return false;
   }
-  m_nameFingerprints.startChunk(bytesOf(*chunk));
+  m_nameFingerprints.startChunk(chunk.bytes());
   if (!m_headerSaved) {
     saveHeader();
   }

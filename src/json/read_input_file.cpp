@@ -32,8 +32,8 @@ bool VynProfileLogReaderJSON::readChunksToJson(ByteSource& source, JsonValue& me
    public:
     Sink(VynProfileLogReaderJSON& reader, JsonValue& messages)
         : m_reader(reader), m_messages(messages) {}
-    bool take(const ChunkBuffer& chunk, const ChunkPlace& /*place*/) override {
-      m_texts.startChunk(chunk->data());
+    bool take(const Chunk& chunk, const ChunkPlace& /*place*/) override {
+      m_texts.startChunk(chunk.data());
       return m_reader.takeChunkToJson(chunk, m_messages, m_builder);
     }
 
@@ -48,7 +48,7 @@ bool VynProfileLogReaderJSON::readChunksToJson(ByteSource& source, JsonValue& me
   return walkChunks(source, sink).isAccepted;
 }
 
-bool VynProfileLogReaderJSON::takeChunkToJson(const ChunkBuffer& chunk, JsonValue& messages,
+bool VynProfileLogReaderJSON::takeChunkToJson(const Chunk& chunk, JsonValue& messages,
                                               ValueBuilder& builder) {
   if (!m_flatBufferReader.load(chunk)) {
     return false;

@@ -20,7 +20,7 @@ class VynProfileLogReaderJSON : public VynProfileLogReader {
 
  protected:
   bool readChunksToJson(ByteSource& source, JsonValue& messages);
-  bool takeChunkToJson(const ChunkBuffer& chunk, JsonValue& messages, ValueBuilder& builder);
+  bool takeChunkToJson(const Chunk& chunk, JsonValue& messages, ValueBuilder& builder);
 
   /// Adds "metadata" from the current chunk's header, if it has one, to the root.
   void addMetadataToJson(ValueBuilder& builder);

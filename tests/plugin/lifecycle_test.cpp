@@ -1,6 +1,9 @@
 // What a reader does out of order: after its read, and after a read that failed.
 
 #include <gtest/gtest.h>
+#include <profile_log_generated.h>
+
+#include <vector>
 
 #include "support/captured_output.h"
 #include "support/json_log.h"
@@ -58,6 +61,39 @@ TEST_P(Lifecycle, ALogThatWasNotThereCanBeReadOnceItIs) {
   printedBy([&] { EXPECT_FALSE(reader->readInputFile(false)); });
   m_folder.add("run.log", logOf({kChunk}));
   EXPECT_TRUE(reader->readInputFile(false));
+}
+
+// A chunk of a few hundred bytes whose events share their sub-events: 2^18 tables.
+std::string sharingChunk() {
+  flatbuffers::FlatBufferBuilder builder;
+  namespace schema = profiling::schema;
+  flatbuffers::Offset<flatbuffers::Vector<flatbuffers::Offset<schema::Event>>> events;
+  for (int level = 0; level < 17; ++level) {
+    schema::EventBuilder event(builder);
+    if (!events.IsNull()) {
+      event.add_subEvents(events);
+    }
+    const auto shared = event.Finish();
+    events = builder.CreateVector(std::vector{shared, shared});
+  }
+  const auto message =
+      schema::CreateMessage(builder, schema::CreateMessageHeader(builder), schema::MethodType::NONE,
+                            schema::CreateAppMetrics(builder), 0, events);
+  builder.Finish(schema::CreateProfileLog(builder, 0, builder.CreateVector(std::vector{message})));
+  return {reinterpret_cast<const char*>(builder.GetBufferPointer()), builder.GetSize()};
+}
+
+TEST_P(Lifecycle, ChunksThatShareTablesDrawFromOneAllowance) {
+  const std::string chunk = framed(sharingChunk());
+  ASSERT_LT(chunk.size(), 1000U);
+  std::string log;
+  for (int i = 0; i < 8; ++i) {
+    log += chunk;
+  }
+  const auto reader = m_plugin.reader(m_folder.add("run.log", log));
+  printedBy([&] { EXPECT_TRUE(reader->readInputFile(false)); });
+  const auto refusing = m_plugin.reader(m_folder.add("more.log", log + chunk));
+  printedBy([&] { EXPECT_FALSE(refusing->readInputFile(false)); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, Lifecycle, testing::Values(VYN_JSON_PLUGIN, VYN_BASE_PLUGIN),

@@ -13,7 +13,7 @@ namespace {
 TEST(ChunkRoom, IsReservedAndNotFilled) {
   const ChunkBuffer chunk = makeChunkOrLog(12);
   EXPECT_EQ(chunk->size(), 0U);
-  EXPECT_EQ(bytesOf(*chunk).size(), 12U);
+  EXPECT_EQ(chunk->capacity(), 12U);
 }
 
 TEST(ChunkRoom, LengthThatNoVectorCanHaveIsLogged) {

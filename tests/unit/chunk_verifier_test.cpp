@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "input/table_count.h"
 #include "support/json_log.h"
 
 namespace vyn::profiling {
@@ -142,6 +143,19 @@ TEST(ChunkVerifier, RefusesSubEventsSharedLevelUponLevelAtOnce) {
 TEST(ChunkVerifier, AcceptsASmallChunkThatSharesItsSubEvents) {
   ChunkVerifier verifier;
   EXPECT_TRUE(verifier.isSound(withTables(1'200'000)));
+}
+
+TEST(TableCount, CountsEachTableAsOftenAsItIsNamed) {
+  const auto count = [](const std::string& json) {
+    const std::string chunk = test::chunkBytes(json);
+    return tableCount(*schema::GetProfileLog(chunk.data()));
+  };
+  EXPECT_EQ(count("{}"), 1U);
+  EXPECT_EQ(count("{header:{}}"), 2U);
+  EXPECT_EQ(count("{header:{version:{}}}"), 3U);
+  EXPECT_EQ(count("{messages:[{header:{},appMetrics:{}},{header:{},appMetrics:{}}]}"), 7U);
+  EXPECT_EQ(
+      count("{messages:[{header:{},appMetrics:{},profilingEvents:[{},{subEvents:[{},{}]}]}]}"), 8U);
 }
 
 TEST(ChunkVerifier, AcceptsOneMessageNamedByManySlots) {

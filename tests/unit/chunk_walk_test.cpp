@@ -25,8 +25,8 @@ class Recorder : public ChunkSink {
   ChunkBuffer roomFor(std::size_t size) override {
     return size > m_room ? nullptr : makeChunk(size);
   }
-  bool take(const ChunkBuffer& chunk, const ChunkPlace& place) override {
-    const auto bytes = bytesOf(*chunk);
+  bool take(const Chunk& chunk, const ChunkPlace& place) override {
+    const auto bytes = chunk.bytes();
     m_chunks.emplace_back(bytes.begin(), bytes.end());
     m_offsets.push_back(place.offset);
     EXPECT_EQ(place.index + 1, m_chunks.size());

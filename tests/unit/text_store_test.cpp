@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -101,16 +102,21 @@ TEST(TextStore, OverlappingTextsTakeNoMoreThanTheChunk) {
     chunk.add(place, static_cast<std::uint32_t>(kFirstLength - place));
     places.push_back(place);
   }
-  TextStore texts;
-  texts.startChunk(chunk.data());
-  const std::size_t growth = poolGrowth([&] {
-    for (const std::size_t place : places) {
-      const std::string_view copy = texts.store(chunk.text(place));
-      ASSERT_EQ(copy.size(), kFirstLength - place);
-      ASSERT_EQ(copy, chunk.text(place).string_view());
+  for (const bool isReversed : {false, true}) {
+    if (isReversed) {
+      std::reverse(places.begin(), places.end());
     }
-  });
-  EXPECT_LT(growth, chunk.size() + 100);
+    TextStore texts;
+    texts.startChunk(chunk.data());
+    const std::size_t growth = poolGrowth([&] {
+      for (const std::size_t place : places) {
+        const std::string_view copy = texts.store(chunk.text(place));
+        ASSERT_EQ(copy.size(), kFirstLength - place);
+        ASSERT_EQ(copy, chunk.text(place).string_view());
+      }
+    });
+    EXPECT_LT(growth, chunk.size() + 100);
+  }
 }
 
 }  // namespace
