@@ -6,6 +6,7 @@
 #include <string>
 
 #include "default_output.h"
+#include "free_memory.h"
 #include "guarded_reader.h"
 #include "host_error.h"
 #include "log_file.h"
@@ -65,6 +66,9 @@ void view(const ViewOptions& options) {
   const LogFile log = findLog(options.log);
   checkStandardStreams(log);
   const ReaderChoice reader = chooseReader(options.reader).value();
+  if (reader.output == OutputKind::kJsonDocument) {
+    checkRoomForDocument(log);
+  }
   const ReaderLibrary library(reader);
   const Reading reading{library,
                         log,

@@ -4,15 +4,12 @@
 #include <rapidjson/writer.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <cstring>
 
 namespace vyn::profiling {
 namespace {
 
-constexpr std::size_t kIndentWidth = 4;     // blanks for each level
-constexpr std::size_t kLongestNumber = 32;  // bytes
+constexpr std::size_t kIndentWidth = 4;  // blanks for each level
 
 bool needsEscaping(std::string_view text) {
   bool found = false;
@@ -26,25 +23,6 @@ bool needsEscaping(std::string_view text) {
 
 }  // namespace
 
-void JsonText::key(JsonKey key) {
-  Level& level = m_levels.back();
-  const std::string& piece = piecesAt(m_levels.size()).keys[static_cast<std::size_t>(key)];
-  put(std::string_view(piece).substr(level.isEmpty ? 1 : 0));
-  level.isEmpty = false;
-}
-
-void JsonText::number(std::uint64_t value) {
-  std::array<char, kLongestNumber> digits{};
-  const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  put({digits.data(), result.ptr});
-}
-
-void JsonText::number(std::int64_t value) {
-  std::array<char, kLongestNumber> digits{};
-  const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  put({digits.data(), result.ptr});
-}
-
 // By the library's own routine: its digits are not always the shortest ones.
 void JsonText::number(double value) {
   if (!std::isfinite(value)) {
@@ -54,12 +32,6 @@ void JsonText::number(double value) {
   rapidjson::Writer<rapidjson::StringBuffer> writer(text);
   writer.Double(value);
   put({text.GetString(), text.GetSize()});
-}
-
-void JsonText::constantText(std::string_view text) {
-  put("\"");
-  put(text);
-  put("\"");
 }
 
 void JsonText::copiedText(std::string_view text) {
@@ -79,36 +51,9 @@ void JsonText::flush() {
   m_used = 0;
 }
 
-void JsonText::start(char bracket, bool isArray) {
-  if (!m_levels.empty() && m_levels.back().isArray) {
-    Level& level = m_levels.back();
-    const std::string& piece = piecesAt(m_levels.size()).lineBreak;
-    put(std::string_view(piece).substr(level.isEmpty ? 1 : 0));
-    level.isEmpty = false;
-  }
-  put({&bracket, 1});
-  m_levels.push_back({isArray, true});
-}
-
-void JsonText::end(char bracket) {
-  const bool isEmpty = m_levels.back().isEmpty;
-  m_levels.pop_back();
-  if (!isEmpty) {
-    put(std::string_view(piecesAt(m_levels.size()).lineBreak).substr(1));
-  }
-  put({&bracket, 1});
-}
-
-void JsonText::put(std::string_view text) {
-  while (text.size() > kBlockSize - m_used) {
-    const std::size_t count = kBlockSize - m_used;
-    std::memcpy(m_block->data() + m_used, text.data(), count);
-    m_used = kBlockSize;
-    text.remove_prefix(count);
-    flush();
-  }
-  std::memcpy(m_block->data() + m_used, text.data(), text.size());
-  m_used += text.size();
+void JsonText::putLong(std::string_view text) {
+  flush();
+  m_sink->write(text);
 }
 
 // Slice by slice, so that a text of any length takes little memory. Each byte is escaped by itself.
@@ -127,7 +72,7 @@ void JsonText::putEscaped(std::string_view text) {
   put("\"");
 }
 
-const JsonText::Pieces& JsonText::piecesAt(std::size_t depth) {
+void JsonText::preparePieces(std::size_t depth) {
   while (m_pieces.size() <= depth) {
     auto pieces = std::make_unique<Pieces>();
     pieces->lineBreak = ",\n" + std::string(m_pieces.size() * kIndentWidth, ' ');
@@ -136,7 +81,6 @@ const JsonText::Pieces& JsonText::piecesAt(std::size_t depth) {
     }
     m_pieces.push_back(std::move(pieces));
   }
-  return *m_pieces[depth];
 }
 
 }  // namespace vyn::profiling

@@ -3,8 +3,10 @@
 #include <flatbuffers/flatbuffers.h>
 
 #include <array>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -41,18 +43,22 @@ class JsonText {
   void endArray() { end(']'); }
 
   /// The name of the member whose value comes next.
-  void key(JsonKey key);
+  void key(JsonKey key) { putPiece(piecesAt(m_levels.size()).keys[static_cast<std::size_t>(key)]); }
 
   // Numbers and texts are members of objects only: no array of the document holds them.
 
   void number(std::uint32_t value) { number(static_cast<std::uint64_t>(value)); }
-  void number(std::uint64_t value);
-  void number(std::int64_t value);
+  void number(std::uint64_t value) { putInteger(value); }
+  void number(std::int64_t value) { putInteger(value); }
   /// Throws UnwritableNumber.
   void number(double value);
 
   /// A text that needs no escaping.
-  void constantText(std::string_view text);
+  void constantText(std::string_view text) {
+    put('"');
+    put(text);
+    put('"');
+  }
   /// Any text.
   void copiedText(std::string_view text);
   /// A text of the log up to its first zero byte; an absent one reads as the empty text.
@@ -66,6 +72,7 @@ class JsonText {
 
  private:
   static constexpr std::size_t kBlockSize = std::size_t{256} * 1024;  // bytes
+  static constexpr std::size_t kLongestInteger = 20;                  // bytes
   using Block = std::array<char, kBlockSize>;
 
   // An object or array that has begun.
@@ -80,11 +87,69 @@ class JsonText {
     std::string lineBreak;                               // with the indentation
   };
 
-  void start(char bracket, bool isArray);
-  void end(char bracket);
-  void put(std::string_view text);
+  void start(char bracket, bool isArray) {
+    if (!m_levels.empty() && m_levels.back().isArray) {
+      putPiece(piecesAt(m_levels.size()).lineBreak);
+    }
+    put(bracket);
+    m_levels.push_back({isArray, true});
+  }
+
+  void end(char bracket) {
+    const bool isEmpty = m_levels.back().isEmpty;
+    m_levels.pop_back();
+    if (!isEmpty) {
+      put(std::string_view(piecesAt(m_levels.size()).lineBreak).substr(1));  // without the comma
+    }
+    put(bracket);
+  }
+
+  // The first member or element has no comma before it.
+  void putPiece(std::string_view piece) {
+    Level& level = m_levels.back();
+    put(piece.substr(level.isEmpty ? 1 : 0));
+    level.isEmpty = false;
+  }
+
+  template <typename Integer>
+  void putInteger(Integer value) {
+    char* place = room(kLongestInteger);
+    m_used +=
+        static_cast<std::size_t>(std::to_chars(place, place + kLongestInteger, value).ptr - place);
+  }
+
+  void put(char character) {
+    *room(1) = character;
+    ++m_used;
+  }
+
+  void put(std::string_view text) {
+    if (text.size() > kBlockSize) {
+      putLong(text);
+      return;
+    }
+    std::memcpy(room(text.size()), text.data(), text.size());
+    m_used += text.size();
+  }
+
+  // Where the next `size` bytes go; not more than a block.
+  char* room(std::size_t size) {
+    if (size > kBlockSize - m_used) {
+      flush();
+    }
+    return m_block->data() + m_used;
+  }
+
+  const Pieces& piecesAt(std::size_t depth) {
+    if (depth >= m_pieces.size()) {
+      preparePieces(depth);
+    }
+    return *m_pieces[depth];
+  }
+
+  void putLong(std::string_view text);
   void putEscaped(std::string_view text);
-  const Pieces& piecesAt(std::size_t depth);
+  void preparePieces(std::size_t depth);
 
   TextSink* m_sink;
   std::unique_ptr<Block> m_block;

@@ -159,6 +159,16 @@ TEST_F(ExportJsonTest, StopsAtTheLargestOutput) {
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 
+TEST_F(ExportJsonTest, IsNamedWhereADocumentWouldNotFitIntoMemory) {
+  write("run.log", smallLog());
+  std::filesystem::resize_file(directory() / "run.log", 1'000'000'000'000);  // of holes
+  const ProgramResult result = run({"view", "run.log", "-o", "out.json"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.errors, StartsWith("vyn-profile-viewer: run.log: its document takes about "
+                                        "3000000 MB of memory, and "));
+  EXPECT_THAT(result.errors, HasSubstr("; write it with vyn-profile-viewer export json, "));
+}
+
 TEST_F(ExportJsonTest, SaysWhichFormatsThereAre) {
   const ProgramResult result = run({"export", "xml", "run.log"});
   EXPECT_EQ(result.exitStatus, 2);

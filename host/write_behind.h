@@ -1,0 +1,48 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <exception>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "json/json_text.h"
+
+namespace vyn::host {
+
+/// Passes a text on to another sink from a thread of its own, so that the next piece is made while
+/// the last one is written. What the other sink throws comes out of the next operation here; then,
+/// and when the text is not finished, the rest is dropped.
+class WriteBehind : public profiling::TextSink {
+ public:
+  /// `sink` must outlive it, and nobody else may use it until `finish` has returned.
+  explicit WriteBehind(profiling::TextSink& sink);
+  ~WriteBehind() override;
+  WriteBehind(const WriteBehind&) = delete;
+  WriteBehind& operator=(const WriteBehind&) = delete;
+
+  void write(std::string_view text) override;
+
+  /// Returns when the sink has all of the text.
+  void finish();
+
+ private:
+  static constexpr std::size_t kPieceSize = std::size_t{256} * 1024;  // bytes
+  static constexpr std::size_t kMostWaiting = 4;                      // pieces
+
+  void writePiece(std::string piece);
+  void run();
+  void stop();
+
+  profiling::TextSink& m_sink;
+  std::mutex m_mutex;  // guards what follows
+  std::condition_variable m_changed;
+  std::deque<std::string> m_waiting;
+  std::exception_ptr m_failure;
+  bool m_isEnding = false;
+  std::thread m_thread;  // last: it uses all of the above
+};
+
+}  // namespace vyn::host
