@@ -57,11 +57,11 @@ class Results:
 def compare_with_baselines(workloads, results):
     log = workloads.log("many_chunks.log", "100MB", "4MB")
     one_chunk = workloads.log("one_chunk.log", "100MB", "1GB")
-    viewer, plain = workloads.viewer(log), workloads.plain(log)
+    viewer, plain, export = workloads.viewer(log), workloads.plain(log), workloads.exporter(log)
     viewer.run(counted=False)
     text_size = os.path.getsize(viewer.output)
     floor = workloads.floor(log, text_size)
-    run_in_turn([viewer, plain, floor], ROUNDS)
+    run_in_turn([viewer, plain, floor, export], ROUNDS)
     results.add("wall time / plain", Ratio.of(viewer.wall, plain.wall), 0.30)
     results.add("user CPU / plain", Ratio.of(viewer.user, plain.user), 0.55)
     results.add("wall time / floor", Ratio.of(viewer.wall, floor.wall), 4.5)
@@ -73,8 +73,20 @@ def compare_with_baselines(workloads, results):
                 Ratio.of(viewer.peak, [allowed] * ROUNDS), 1.0)
     results.add("peak memory, bytes per log byte", Ratio.of(viewer.peak, [log_size] * ROUNDS))
 
+    results.add("export json, wall time / plain", Ratio.of(export.wall, plain.wall), 0.15)
+    results.add("export json, user CPU / plain", Ratio.of(export.user, plain.user), 0.25)
+    results.add("export json, wall time / floor", Ratio.of(export.wall, floor.wall), 3.0)
+    results.add("export json, peak memory / (chunk + 16 MB)",
+                Ratio.of(export.peak, [20 * MEGABYTE] * ROUNDS), 1.0)
+
     single, flatc = workloads.viewer(one_chunk), workloads.flatc(one_chunk)
-    run_in_turn([single, flatc], ROUNDS)
+    single_export = workloads.exporter(one_chunk)
+    run_in_turn([single, flatc, single_export], ROUNDS)
+    results.add("export json, wall time / flatc, one chunk",
+                Ratio.of(single_export.wall, flatc.wall), 0.20)
+    results.add("export json, peak memory, one chunk / (chunk + 16 MB)",
+                Ratio.of(single_export.peak, [os.path.getsize(one_chunk) + 16 * MEGABYTE] * ROUNDS),
+                1.0)
     results.add("wall time / flatc, one chunk", Ratio.of(single.wall, flatc.wall), 0.40)
     allowed = 2.6 * log_size + os.path.getsize(one_chunk) + 20 * MEGABYTE
     results.add("peak memory, one chunk / (2.6 × log + chunk + 20 MB)",
@@ -104,6 +116,20 @@ def check_growth(workloads, results):
                         Ratio.of(viewer.wall, [time * per_byte for time in base.wall]))
     return [(size, median(viewer.peak)) for name, (viewer, size) in viewers.items()
             if name.endswith("MB")]
+
+
+def check_export_growth(workloads, results):
+    """Without the output's pages, whose price is the kernel's: the text goes to /dev/null."""
+    exporters = {}
+    for name in ("100MB", "1000MB"):
+        log = workloads.log(f"growth_{name}.log", name, "4MB")
+        exporters[name] = (workloads.exporter(log, "/dev/null"), os.path.getsize(log))
+    run_in_turn([exporter for exporter, _ in exporters.values()], ROUNDS)
+    (base, base_size), (large, size) = exporters["100MB"], exporters["1000MB"]
+    results.add("export json, wall time per byte, 1000MB / 100MB",
+                Ratio.of(large.wall, [time * size / base_size for time in base.wall]), 1.15)
+    results.add("export json, peak memory, 1000MB / (chunk + 16 MB)",
+                Ratio.of(large.peak, [20 * MEGABYTE] * ROUNDS), 1.0)
 
 
 def measure_summary(workloads, results):
@@ -158,8 +184,9 @@ def main():
     workloads = Workloads(options.binaries, options.source, options.folder)
     results = Results()
     compare_with_baselines(workloads, results)
-    growth = {"JSON document": check_growth(workloads, results),
-              "summary": measure_summary(workloads, results)}
+    growth = {"JSON document": check_growth(workloads, results)}
+    check_export_growth(workloads, results)
+    growth["summary"] = measure_summary(workloads, results)
     json_stages = run_stages(workloads, "stages_bench")
     base_stages = run_stages(workloads, "base_reader_bench")
 

@@ -21,7 +21,7 @@ class Program:
     peak: list[float] = field(default_factory=list)  # bytes
 
     def run(self, counted):
-        if os.path.exists(self.output):
+        if os.path.isfile(self.output):
             os.remove(self.output)
         started = time.perf_counter()
         process = subprocess.Popen(self.command, stdout=subprocess.DEVNULL)

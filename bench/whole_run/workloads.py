@@ -32,6 +32,11 @@ class Workloads:
         command = [self.tool("vyn-profile-viewer"), "view", log, "-o", output, "-r", reader]
         return Program(f"vyn-profile-viewer ({reader})", command, output)
 
+    def exporter(self, log, output=None):
+        output = output or self.path("export.json")
+        command = [self.tool("vyn-profile-viewer"), "export", "json", log, "-o", output]
+        return Program("export json", command, output)
+
     def plain(self, log):
         output = self.path("plain.json")
         return Program("plain baseline", [self.tool("plain_json"), log, output], output)
