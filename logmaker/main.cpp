@@ -7,6 +7,7 @@
 #include <limits>
 #include <new>
 #include <optional>
+#include <sstream>
 #include <string>
 
 #include "core/version/profile_viewer_version.h"
@@ -93,9 +94,11 @@ void makeLog(const Options& options) {
 
 int finishParsing(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-    const int status = app.exit(error);  // prints the help or the version
+    std::ostringstream text;  // the help or the version
+    app.exit(error, text);
+    std::fputs(text.str().c_str(), stdout);
     host::finishStandardOutput();
-    return status;
+    return 0;
   }
   reportLine(explainUsage(app, error) + "; see vyn-make-log --help");
   return kWrongUsage;
