@@ -1,8 +1,12 @@
 #include "logmaker/options.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstddef>
 #include <filesystem>
 #include <limits>
+#include <optional>
 #include <system_error>
 
 #include "logmaker/number_options.h"
@@ -11,6 +15,11 @@ namespace vyn::logmaker {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr char kAboutSpace[] =
+    "With --size, a log that the disk has no room for is refused at once. The size of other logs "
+    "and\n"
+    "of the record shows only as they are written.\n\n";
 
 constexpr char kExamples[] =
     R"(Examples:
@@ -30,11 +39,30 @@ CLI::Validator named() {
   return {[](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, ""};
 }
 
-bool isSameFile(const std::string& left, const std::string& right) {
+constexpr char kStandardOutput[] = "-";
+
+std::optional<struct stat> statusOf(const std::string& name) {
+  struct stat status {};
+  const int result =
+      name == kStandardOutput ? fstat(STDOUT_FILENO, &status) : stat(name.c_str(), &status);
+  return result == 0 ? std::optional(status) : std::nullopt;
+}
+
+// Where no file is yet, the names tell.
+bool willBeSameFile(const std::string& left, const std::string& right) {
   std::error_code ignored;
-  return left == right || fs::equivalent(left, right, ignored) ||
+  return left != kStandardOutput && right != kStandardOutput &&
          fs::weakly_canonical(fs::absolute(left, ignored), ignored) ==
              fs::weakly_canonical(fs::absolute(right, ignored), ignored);
+}
+
+bool isSameFile(const std::string& left, const std::string& right) {
+  const auto leftStatus = statusOf(left);
+  const auto rightStatus = statusOf(right);
+  if (leftStatus && rightStatus && !S_ISCHR(leftStatus->st_mode)) {
+    return leftStatus->st_dev == rightStatus->st_dev && leftStatus->st_ino == rightStatus->st_ino;
+  }
+  return left == right || willBeSameFile(left, right);
 }
 
 void addFileOptions(CLI::App& app, Options& options) {
@@ -80,8 +108,10 @@ void addContentOptions(CLI::App& app, ScenarioOptions& scenario) {
            "Events that carry a file in each graph's first execution", {0, 1'000});
   addCount("--binary-sections", scenario.binarySections, "Binary sections applied to each graph",
            {0, 1'000'000});
-  app.add_flag("--async", scenario.isAsync, "Execute asynchronously, with queue waits");
-  app.add_flag("--components", scenario.hasComponents, "Report the components of each graph");
+  app.add_flag("--async", scenario.isAsync, "Execute asynchronously, with queue waits")
+      ->disable_flag_override();
+  app.add_flag("--components", scenario.hasComponents, "Report the components of each graph")
+      ->disable_flag_override();
   app.add_option("--seed", scenario.seed, "Number from which all variation is drawn")
       ->transform(wholeNumber({0, std::numeric_limits<std::uint64_t>::max()}))
       ->type_name("N")
@@ -100,10 +130,11 @@ void settle(Options& options) {
 }  // namespace
 
 void addOptions(CLI::App& app, Options& options) {
+  app.get_help_ptr()->disable_flag_override();
   addFileOptions(app, options);
   addSizeOptions(app, options);
   addContentOptions(app, options.scenario);
-  app.footer(aboutSizes() + kExamples);
+  app.footer(aboutSizes() + kAboutSpace + kExamples);
   app.final_callback([&options] { settle(options); });
 }
 

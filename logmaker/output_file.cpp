@@ -6,15 +6,14 @@
 #include <cerrno>
 #include <system_error>
 
+#include "host/host_error.h"
+#include "host/standard_streams.h"
+
 namespace vyn::logmaker {
 namespace fs = std::filesystem;
-namespace {
 
-constexpr char kMakeRoom[] = "free some space or write to another place";
-
-}  // namespace
-
-OutputFile::OutputFile(const std::string& name) : m_name(name == "-" ? "standard output" : name) {
+OutputFile::OutputFile(const std::string& name)
+    : m_name(name == "-" ? host::kStandardOutputName : name) {
   if (name == "-") {
     m_file = stdout;
     return;
@@ -22,7 +21,7 @@ OutputFile::OutputFile(const std::string& name) : m_name(name == "-" ? "standard
   std::error_code ignored;
   const fs::file_status status = fs::status(name, ignored);
   if (fs::is_directory(status)) {
-    fail(EISDIR, "name a file in it instead");
+    fail(EISDIR);
   }
   // A link keeps pointing at the file that it names.
   m_target = fs::is_regular_file(status) ? fs::canonical(name) : fs::path(name);
@@ -33,7 +32,7 @@ OutputFile::OutputFile(const std::string& name) : m_name(name == "-" ? "standard
   }
   m_file = std::fopen((m_partial.empty() ? m_target : m_partial).c_str(), "wb");
   if (m_file == nullptr) {
-    fail(errno, "check that its directory exists and that you may write there");
+    fail(errno);
   }
 }
 
@@ -53,14 +52,22 @@ void OutputFile::expect(std::uint64_t size) const {
     return;
   }
   if (const std::uint64_t free = system.f_bavail * system.f_frsize; size > free) {
-    throw OutputError("cannot write " + m_name + ": it is to have " + std::to_string(size) +
-                      " bytes, and " + std::to_string(free) + " are free; " + kMakeRoom);
+    throw host::HostError(m_name, "is to have " + std::to_string(size) + " bytes, and " +
+                                      std::to_string(free) +
+                                      " are free; free some space or choose another place");
+  }
+}
+
+void OutputFile::refuseTerminal() const {
+  if (isatty(fileno(m_file)) != 0) {
+    throw host::HostError(
+        m_name, "is a terminal, which cannot show a log; name a file or pass it to a program");
   }
 }
 
 void OutputFile::write(const void* data, std::size_t size) {
   if (std::fwrite(data, 1, size, m_file) != size) {
-    failToWrite();
+    fail(errno);
   }
 }
 
@@ -68,7 +75,7 @@ void OutputFile::close() {
   std::FILE* const file = m_file;
   m_file = nullptr;
   if (std::fclose(file) != 0) {
-    failToWrite();
+    fail(errno);
   }
 }
 
@@ -79,17 +86,17 @@ void OutputFile::publish() {
   std::error_code error;
   fs::rename(m_partial, m_target, error);
   if (error) {
-    fail(error.value(), "check that you may write there");
+    fail(error.value());
   }
   m_partial.clear();
   m_removal.reset();
 }
 
-void OutputFile::fail(int errorNumber, const std::string& advice) const {
-  throw OutputError("cannot write " + m_name + ": " + std::generic_category().message(errorNumber) +
-                    "; " + advice);
+void OutputFile::fail(int errorNumber) const {
+  if (errorNumber == EPIPE) {
+    throw host::ClosedPipe(m_name, host::explain(errorNumber));
+  }
+  throw host::HostError(m_name, host::explain(errorNumber));
 }
-
-void OutputFile::failToWrite() const { fail(errno, kMakeRoom); }
 
 }  // namespace vyn::logmaker

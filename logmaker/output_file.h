@@ -5,22 +5,16 @@
 #include <cstdio>
 #include <filesystem>
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 #include "host/interruption.h"
 
 namespace vyn::logmaker {
 
-/// Says in one line which file could not be written and what to do.
-class OutputError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
 /// A file that appears under its name only when it is complete: it is written beside it first, and
 /// what was written goes when a signal ends the program. "-" is standard output; devices and pipes
-/// are written directly. Every failure throws an OutputError.
+/// are written directly. Every failure throws a host::HostError; host::ClosedPipe when nobody reads
+/// what is written any more.
 class OutputFile {
  public:
   explicit OutputFile(const std::string& name);
@@ -32,6 +26,9 @@ class OutputFile {
   /// known.
   void expect(std::uint64_t size) const;
 
+  /// Throws when the file is a terminal, which would obey the bytes of a log.
+  void refuseTerminal() const;
+
   void write(const void* data, std::size_t size);
 
   /// All bytes have left the program; nothing may be written any more.
@@ -41,8 +38,7 @@ class OutputFile {
   void publish();
 
  private:
-  [[noreturn]] void fail(int errorNumber, const std::string& advice) const;
-  [[noreturn]] void failToWrite() const;
+  [[noreturn]] void fail(int errorNumber) const;
 
   std::string m_name;
   std::filesystem::path m_target;

@@ -5,10 +5,15 @@
 
 #include <string>
 
+#include "json/throwing_allocator.h"
+
 namespace vyn::logmaker {
 namespace {
 
-using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer>;
+using profiling::ThrowingAllocator;
+using TextBuffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, ThrowingAllocator>;
+using JsonWriter =
+    rapidjson::Writer<TextBuffer, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
 
 void writeText(JsonWriter& json, const std::string& text) {
   json.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
@@ -134,7 +139,7 @@ void writeHeader(JsonWriter& json, const LogHeader& header) {
   json.EndObject();
 }
 
-void endLine(rapidjson::StringBuffer& text, OutputFile& output) {
+void endLine(TextBuffer& text, OutputFile& output) {
   text.Put('\n');
   output.write(text.GetString(), text.GetSize());
 }
@@ -142,14 +147,14 @@ void endLine(rapidjson::StringBuffer& text, OutputFile& output) {
 }  // namespace
 
 RecordWriter::RecordWriter(OutputFile& output, const LogHeader& header) : m_output(output) {
-  rapidjson::StringBuffer text;
+  TextBuffer text;
   JsonWriter json(text);
   writeHeader(json, header);
   endLine(text, m_output);
 }
 
 void RecordWriter::write(const Message& message) {
-  rapidjson::StringBuffer text;
+  TextBuffer text;
   JsonWriter json(text);
   writeMessage(json, message);
   endLine(text, m_output);

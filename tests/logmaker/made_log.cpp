@@ -44,6 +44,12 @@ RunResult runMaker(const TestDirectory& directory, const std::string& arguments,
           fileContents(said.path("errors"))};
 }
 
+void expectOneLine(const std::string& errors) {
+  EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+  EXPECT_EQ(errors.find('\n'), errors.size() - 1) << errors;
+  EXPECT_EQ(errors.rfind("vyn-make-log: ", 0), 0U) << errors;
+}
+
 std::string fileContents(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   EXPECT_TRUE(file.is_open()) << path;

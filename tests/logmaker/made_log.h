@@ -38,6 +38,9 @@ struct RunResult {
 RunResult runMaker(const TestDirectory& directory, const std::string& arguments,
                    const std::string& before = "");
 
+/// Expects a single line that begins with the program's name.
+void expectOneLine(const std::string& errors);
+
 std::string fileContents(const std::string& path);
 
 /// A log cut into its chunks, each verified.
