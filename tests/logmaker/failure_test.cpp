@@ -103,7 +103,8 @@ TEST(Failure, TooManyOpenFilesAreNamed) {
       runMaker(directory, "-o log --record record", R"(sh -c 'ulimit -n 4; exec "$0" "$@"')");
   EXPECT_EQ(result.status, 1);
   expectOneLine(result.errors);
-  EXPECT_NE(result.errors.find("record: too many open files"), std::string::npos) << result.errors;
+  // Which of the two files it is depends on how many the test's own parent left open.
+  EXPECT_NE(result.errors.find(": too many open files"), std::string::npos) << result.errors;
   EXPECT_EQ(directory.files(), Files{});
 }
 
