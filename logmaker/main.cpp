@@ -34,9 +34,8 @@ constexpr char kNotEnoughMemory[] =
 
 // Names and values of the command line may hold what would break the line or what a terminal obeys.
 void reportLine(const std::string& text) {
-  const std::string line =
-      "vyn-make-log: " + host::printable(text, host::LineFeeds::kEscaped) + "\n";
-  std::fputs(line.c_str(), stderr);
+  const std::string line = host::printable(text, host::LineFeeds::kEscaped);
+  std::fprintf(stderr, "vyn-make-log: %s\n", line.c_str());
 }
 
 /// Reached when one more message as large as the last would leave the log farther from its size.

@@ -96,17 +96,30 @@ TEST(Failure, UnwritableRecordLeavesNoLog) {
   EXPECT_EQ(directory.files(), Files{});
 }
 
+// From fewer than the program needs to be loaded to as many as it likes: how many are open already
+// is up to whoever runs the test.
 TEST(Failure, TooManyOpenFilesAreNamed) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the sanitizers open files of their own while they check an object";
+#endif
   const TestDirectory directory;
-  // One shell directs the outputs, the next closes what the test's own parent left open and lowers
-  // the limit.
-  const RunResult result =
-      runMaker(directory, "-o log --record record",
-               R"(sh -c 'exec 3>&- 4>&- 5>&- 6>&- 7>&- 8>&- 9>&-; ulimit -n 4; exec "$0" "$@"')");
-  EXPECT_EQ(result.status, 1);
-  expectOneLine(result.errors);
-  EXPECT_NE(result.errors.find("record: too many open files"), std::string::npos) << result.errors;
-  EXPECT_EQ(directory.files(), Files{});
+  int refused = 0;
+  for (int limit = 4; limit < 1000; ++limit) {
+    // One shell directs the outputs, the next lowers the limit.
+    const RunResult result =
+        runMaker(directory, "-o log --record record",
+                 "sh -c 'ulimit -n " + std::to_string(limit) + R"(; exec "$0" "$@"')");
+    if (result.status == 0) {
+      break;
+    }
+    ASSERT_EQ(directory.files(), Files{});
+    if (result.errors.rfind("vyn-make-log: ", 0) == 0) {
+      ASSERT_EQ(result.status, 1) << limit;
+      ASSERT_NE(result.errors.find(": too many open files; "), std::string::npos) << result.errors;
+      ++refused;
+    }
+  }
+  EXPECT_GT(refused, 0);
 }
 
 // From less than the program needs to as much as it likes.
