@@ -43,6 +43,19 @@ std::string logOfEvent(Builder& builder, Event event, std::size_t count) {
   return logOfMessages(builder, {execution(builder, graphName, std::vector<Event>(count, event))});
 }
 
+Event eventOf(Builder& builder, Text identifier, const std::vector<Event>& subEvents = {}) {
+  const auto list = subEvents.empty() ? 0 : builder.CreateVector(subEvents);
+  schema::EventBuilder event(builder);
+  event.add_identifier(identifier);
+  event.add_subEvents(list);
+  return event.Finish();
+}
+
+// One event with one sub-event, which has these.
+Event belowTwo(Builder& builder, Text identifier, const std::vector<Event>& events) {
+  return eventOf(builder, identifier, {eventOf(builder, identifier, events)});
+}
+
 }  // namespace
 
 std::string logOfSharedEvent(std::size_t count, std::size_t length) {
@@ -51,6 +64,37 @@ std::string logOfSharedEvent(std::size_t count, std::size_t length) {
   schema::EventBuilder event(builder);
   event.add_identifier(identifier);
   return logOfEvent(builder, event.Finish(), count);
+}
+
+std::string logOfUnlistedEvent(std::size_t count, std::size_t length) {
+  Builder builder;
+  const Text parent = builder.CreateString("p");
+  const Event event = eventOf(builder, builder.CreateString(std::string(length, 'i')));
+  return logOfEvent(builder, belowTwo(builder, parent, std::vector<Event>(count, event)), 1);
+}
+
+std::string logOfSharedTree(std::size_t depth) {
+  Builder builder;
+  const Text identifier = builder.CreateString("i");
+  Event event = eventOf(builder, identifier);
+  for (std::size_t i = 0; i < depth; ++i) {
+    event = eventOf(builder, identifier, {event, event});
+  }
+  return logOfEvent(builder, event, 1);
+}
+
+std::string logOfOneMoreSmallExecution(std::size_t count) {
+  Builder builder;
+  const Text parent = builder.CreateString("p");
+  std::vector<Event> events;
+  for (std::size_t i = 0; i < count; ++i) {
+    events.push_back(eventOf(builder, builder.CreateString(std::to_string(i))));
+  }
+  const Text graphName = builder.CreateString("net");
+  const Event large = belowTwo(builder, parent, events);
+  const Event small = belowTwo(builder, parent, {events.back()});
+  return logOfMessages(
+      builder, {execution(builder, graphName, {large}), execution(builder, graphName, {small})});
 }
 
 std::string logOfSharedPayload(std::size_t count, std::size_t length) {

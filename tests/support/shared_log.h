@@ -11,7 +11,18 @@ namespace vyn::test {
 /// One execution that names the same event `count` times, with an identifier of `length` bytes.
 std::string logOfSharedEvent(std::size_t count, std::size_t length);
 
-/// The same with a short identifier and `length` payload bytes, which have no file to go to.
+/// The same, but below two other events, where none is listed.
+std::string logOfUnlistedEvent(std::size_t count, std::size_t length);
+
+/// One execution with a tree of two to the power of `depth + 1`, less one, short events.
+std::string logOfSharedTree(std::size_t depth);
+
+/// Two executions of one graph. The first has `count` events of different short identifiers below
+/// two others, of which none is listed; the second, just as long, has the last one alone.
+std::string logOfOneMoreSmallExecution(std::size_t count);
+
+/// One execution that names the same event `count` times, with a short identifier and `length`
+/// payload bytes, which have no file to go to.
 std::string logOfSharedPayload(std::size_t count, std::size_t length);
 
 /// One execution with `count` payloads for the file `name`.
