@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 class SharedBytesTest : public HostTest {
  protected:
-  // Seconds of the program's own processor time, without the system's, for a log.
+  // Seconds of the program's processor time for a log, with the system's on its behalf.
   double timeFor(const std::string& log, std::vector<std::string> options = {}) {
     write("run.log", log);
     options.insert(options.begin(), {"run.log", "-r", "summary"});
@@ -28,13 +28,28 @@ class SharedBytesTest : public HostTest {
   }
 
  private:
+  static double seconds(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+  }
+
   static double childTime() {
     rusage usage{};
     getrusage(RUSAGE_CHILDREN, &usage);
-    return static_cast<double>(usage.ru_utime.tv_sec) +
-           static_cast<double>(usage.ru_utime.tv_usec) * 1e-6;
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
   }
 };
+
+// Different names of one file in the current folder.
+std::vector<std::string> spellings(const std::string& name, std::size_t count) {
+  std::vector<std::string> names(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t bits = i + 1; bits > 0; bits /= 2) {
+      names[i] += bits % 2 == 0 ? "./" : ".//";
+    }
+    names[i] += name;
+  }
+  return names;
+}
 
 TEST_F(SharedBytesTest, TimeGrowsWithALogOfOneLongGraphName) {
   expectLinear(timeFor(logOfSharedGraphName(8'000, 250'000)),
@@ -52,8 +67,14 @@ TEST_F(SharedBytesTest, TimeGrowsWithTheCopiesOfALongIdentifier) {
 }
 
 TEST_F(SharedBytesTest, TimeGrowsWithThePayloadsOfOneName) {
-  expectLinear(timeFor(logOfPayloadsFor("once.bin", 300), {"--payloads"}),
-               timeFor(logOfPayloadsFor("four_times.bin", 1'200), {"--payloads"}));
+  expectLinear(timeFor(logOfPayloadsFor({"once.bin"}, 300), {"--payloads"}),
+               timeFor(logOfPayloadsFor({"four_times.bin"}, 1'200), {"--payloads"}));
+  EXPECT_TRUE(std::filesystem::exists(directory() / "four_times_1199.bin"));
+}
+
+TEST_F(SharedBytesTest, TimeGrowsWithThePayloadsOfOneFile) {
+  expectLinear(timeFor(logOfPayloadsFor(spellings("once.bin", 300), 1), {"--payloads"}),
+               timeFor(logOfPayloadsFor(spellings("four_times.bin", 1'200), 1), {"--payloads"}));
   EXPECT_TRUE(std::filesystem::exists(directory() / "four_times_1199.bin"));
 }
 

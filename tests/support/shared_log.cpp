@@ -107,13 +107,18 @@ std::string logOfSharedPayload(std::size_t count, std::size_t length) {
   return logOfEvent(builder, event.Finish(), count);
 }
 
-std::string logOfPayloadsFor(const std::string& name, std::size_t count) {
+std::string logOfPayloadsFor(const std::vector<std::string>& names, std::size_t count) {
   Builder builder;
-  const Text fileName = builder.CreateString(name);
-  schema::EventBuilder event(builder);
-  event.add_unit(schema::EventUnit::OBJECT);
-  event.add_secondaryName(fileName);
-  return logOfEvent(builder, event.Finish(), count);
+  std::vector<Event> events;
+  for (const std::string& name : names) {
+    const Text fileName = builder.CreateString(name);
+    schema::EventBuilder event(builder);
+    event.add_unit(schema::EventUnit::OBJECT);
+    event.add_secondaryName(fileName);
+    events.insert(events.end(), count, event.Finish());
+  }
+  const Text graphName = builder.CreateString("net");
+  return logOfMessages(builder, {execution(builder, graphName, events)});
 }
 
 std::string logOfSharedGraphName(std::size_t count, std::size_t length) {

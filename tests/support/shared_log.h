@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace vyn::test {
 
@@ -25,8 +26,8 @@ std::string logOfOneMoreSmallExecution(std::size_t count);
 /// payload bytes, which have no file to go to.
 std::string logOfSharedPayload(std::size_t count, std::size_t length);
 
-/// One execution with `count` payloads for the file `name`.
-std::string logOfPayloadsFor(const std::string& name, std::size_t count);
+/// One execution with `count` payloads for each of the files.
+std::string logOfPayloadsFor(const std::vector<std::string>& names, std::size_t count);
 
 /// `count` executions whose graph names are one text of `length` bytes.
 std::string logOfSharedGraphName(std::size_t count, std::size_t length);
