@@ -7,6 +7,7 @@
 #include <new>
 #include <utility>
 
+#include "input/group_index.h"
 #include "log/logger_registry.h"
 #include "report/event_text.h"
 #include "support/captured_output.h"
@@ -159,13 +160,13 @@ Outcome readWithAllocations(const std::string& path, long allocations) {
 // the first one left.
 std::string logOfAllKinds() {
   const std::string text = "{valueType:6,stringValue:\"a text that needs memory of its own\"}";
-  const std::string events = "profilingEvents:[" +
+  const std::string events = "profilingEvents:[" + text + "," +
                              event("an identifier that is long", 1,
                                    "subEvents:[" + event("and so is this sub-event's", 2) + "]") +
-                             "," + event("init of a graph", 1, "type:100") + "," + text + "]";
-  const std::string component = "profilingEvents:[" + event("init of a component", 1, "type:100") +
-                                "," + event("finalize of a component", 1, "type:300") + "," + text +
-                                "]";
+                             "," + event("init of a graph", 1, "type:100") + "]";
+  const std::string component = "profilingEvents:[" + text + "," +
+                                event("init of a component", 1, "type:100") + "," +
+                                event("finalize of a component", 1, "type:300") + "]";
   std::string messages;
   for (const int round : {1, 2}) {
     for (const char* method : {"1", "3", "2", "11", "4", "5", "8", "10"}) {
@@ -249,6 +250,32 @@ TEST(AllocationFailure, DoesNotHideThatARunIsAsynchronous) {
     }
   }
   EXPECT_GE(marked, 1);
+}
+
+TEST(AllocationFailure, LeavesNoNameWithoutItsGraph) {
+  const std::string chunk(2'000, 'n');
+  for (const std::size_t length : {100U, 1'000U}) {
+    bool isAdded = false;
+    for (long allocations = 0; !isAdded; ++allocations) {
+      profiling::TextFingerprints fingerprints;
+      fingerprints.startChunk(reinterpret_cast<const std::uint8_t*>(chunk.data()), chunk.size());
+      profiling::GroupIndex index;
+      std::vector<profiling::ExecutionGroup> groups;
+      const auto name = std::string_view(chunk).substr(0, length);
+      g_allocationsLeft = allocations;
+      try {
+        index.add(groups, name, fingerprints, {});
+        isAdded = true;
+      } catch (const std::bad_alloc&) {
+        EXPECT_TRUE(groups.empty());
+        index.add(groups, name, fingerprints, {});
+      }
+      g_allocationsLeft = -1;
+      ASSERT_EQ(groups.size(), 1U);
+      EXPECT_EQ(groups[0].name, name);
+      EXPECT_EQ(groups[0].records.size(), 1U);
+    }
+  }
 }
 
 TEST(AllocationFailure, LeavesNoHalfMadeReader) {

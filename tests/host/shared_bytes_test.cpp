@@ -133,6 +133,19 @@ TEST_F(SummaryMemoryTest, AveragedEventsAreCopiedTwice) {
               SucceedsQuietly());
 }
 
+// In its group and its three figures; then the text of three blocks.
+TEST_F(SummaryMemoryTest, GraphNamesAreHeldFourTimesAndPrintedThreeTimes) {
+  constexpr std::size_t kNames = 5'000;
+  constexpr std::size_t kBytes = kNames * 300 + 4 * kNames * (kNames - 1) / 2;
+  EXPECT_THAT(summaryWithin(kBytes * 72 / 10, logOfDifferentOverlappingGraphNames(kNames)),
+              SucceedsQuietly());
+}
+
+TEST_F(SummaryMemoryTest, NamesOfFinalizeStepsAreHeldAndPrintedOnce) {
+  EXPECT_THAT(summaryWithin(kCopies * 22 / 10, logOfSharedFinalizeName(kCount, kLength)),
+              SucceedsQuietly());
+}
+
 TEST_F(SummaryMemoryTest, SharedPayloadBytesAreNotCopiedToBeListed) {
   const std::string log = logOfSharedPayload(kCount, kLength);
   EXPECT_THAT(summaryWithin(kCopies * 12 / 10, log), SucceedsQuietly());

@@ -17,14 +17,15 @@ using Text = flatbuffers::Offset<flatbuffers::String>;
 using Message = flatbuffers::Offset<schema::Message>;
 using Event = flatbuffers::Offset<schema::Event>;
 
-Message execution(Builder& builder, Text graphName, const std::vector<Event>& events) {
+Message execution(Builder& builder, Text graphName, const std::vector<Event>& events,
+                  schema::MethodType method = schema::MethodType::BACKEND_EXECUTE) {
   const auto header = schema::CreateMessageHeader(builder);
   const auto metrics = schema::CreateAppMetrics(builder);
   const auto list = events.empty() ? 0 : builder.CreateVector(events);
   schema::MessageBuilder message(builder);
   message.add_header(header);
   message.add_appMetrics(metrics);
-  message.add_method(schema::MethodType::BACKEND_EXECUTE);
+  message.add_method(method);
   message.add_graphName(graphName);
   message.add_profilingEvents(list);
   return message.Finish();
@@ -127,6 +128,34 @@ std::string logOfSharedGraphName(std::size_t count, std::size_t length) {
   std::vector<Message> messages;
   for (std::size_t i = 0; i < count; ++i) {
     messages.push_back(execution(builder, graphName, {}));
+  }
+  return logOfMessages(builder, messages);
+}
+
+std::string logOfSharedFinalizeName(std::size_t count, std::size_t length) {
+  Builder builder;
+  const Text graphName = builder.CreateString(std::string(length, 'g'));
+  const Event event = eventOf(builder, builder.CreateString("i"));
+  const Message message =
+      execution(builder, graphName, {event}, schema::MethodType::BACKEND_FINALIZE);
+  return logOfMessages(builder, std::vector<Message>(count, message));
+}
+
+// The stretch consists of the lengths that the names have left.
+std::string logOfDifferentOverlappingGraphNames(std::size_t count) {
+  std::string stretch;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t length = 4 * (count - 1 - i) + 300;
+    for (unsigned shift = 0; shift < 32; shift += 8) {
+      stretch.push_back(static_cast<char>(length >> shift & 0xFF));
+    }
+  }
+  Builder builder;
+  const Text whole = builder.CreateString(stretch + std::string(300, 'g'));
+  std::vector<Message> messages;
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto distance = static_cast<flatbuffers::uoffset_t>(4 + 4 * i);
+    messages.push_back(execution(builder, Text(whole.o - distance), {}));
   }
   return logOfMessages(builder, messages);
 }

@@ -32,6 +32,13 @@ std::string logOfPayloadsFor(const std::vector<std::string>& names, std::size_t 
 /// `count` executions whose graph names are one text of `length` bytes.
 std::string logOfSharedGraphName(std::size_t count, std::size_t length);
 
+/// The same for `count` finalize steps, each with one event.
+std::string logOfSharedFinalizeName(std::size_t count, std::size_t length);
+
+/// `count` executions whose graph names end together, after 300 bytes and 4 more for each later
+/// name.
+std::string logOfDifferentOverlappingGraphNames(std::size_t count);
+
 /// `count` executions whose graph names are equal texts of 1,024 times `count` bytes, each four
 /// bytes behind the last one in the same stretch of the chunk. `count` is at most 16,000.
 std::string logOfOverlappingGraphNames(std::size_t count);
