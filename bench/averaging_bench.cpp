@@ -36,7 +36,7 @@ void averageSiblings(benchmark::State& state) {
     for (auto graph = executions.begin(); graph != executions.end(); graph += kExecutions) {
       EventAverager averager;
       std::for_each_n(graph, kExecutions, [&](const auto& events) { averager.add(events); });
-      benchmark::DoNotOptimize(averager.averages());
+      benchmark::DoNotOptimize(averager.takeAverages());
     }
   }
   state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * kEvents);
@@ -72,7 +72,7 @@ void averageNewcomers(benchmark::State& state) {
     for (const auto& events : executions) {
       averager.add(events);
     }
-    benchmark::DoNotOptimize(averager.averages());
+    benchmark::DoNotOptimize(averager.takeAverages());
   }
   state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations()) * state.range(0));
 }

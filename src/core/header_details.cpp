@@ -2,6 +2,7 @@
 #include <ctime>
 #include <locale>
 #include <sstream>
+#include <utility>
 
 #include "core/version/profile_viewer_version.h"
 #include "core/vyn_profile_log_reader.h"
@@ -12,6 +13,10 @@ namespace {
 
 constexpr std::uint64_t kMicrosecondsPerSecond = 1000000;
 constexpr std::size_t kCalendarTextSize = 26;  // bytes that asctime_r asks for
+
+std::string textOf(const flatbuffers::String* text) {
+  return text != nullptr ? text->str() : std::string();
+}
 
 // Writes the creation line; leaves it out when the time has no local calendar form. Returns false
 // when that form has no text.
@@ -41,15 +46,14 @@ void VynProfileLogReader::saveHeader() {
     log::log(log::kDebug, "hdr is nullptr");
     return;
   }
+  // Whole or not at all, for want of memory too.
+  std::string netRunVersion = textOf(header->netRunVersion());
+  std::string backendVersion = textOf(header->backendVersion());
   m_epochTime = header->epochTime();
   m_steadyClockTimestamp = header->timestamp();
   m_timeScale = header->timeScale();
-  if (header->netRunVersion() != nullptr) {
-    m_netRunVersion = header->netRunVersion()->str();
-  }
-  if (header->backendVersion() != nullptr) {
-    m_backendVersion = header->backendVersion()->str();
-  }
+  m_netRunVersion = std::move(netRunVersion);
+  m_backendVersion = std::move(backendVersion);
   m_headerSaved = true;
 }
 

@@ -53,7 +53,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
 
   // Reading. A message is visible when its level is below the reader's; each take operation files
   // one message into the stores below and returns false when it did not take it. One that throws,
-  // for want of memory, leaves the stores as they were.
+  // for want of memory, leaves the stores as they were, but for the asynchronous flag.
   bool readChunks(ByteSource& source);
   bool takeChunk(const Chunk& chunk);
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -25,33 +25,47 @@ class EventAverager {
   /// Adds one execution's events, which must outlive the averager.
   void add(const std::vector<EventNode>& events);
 
-  /// The means of all that was added.
-  std::vector<EventNode> averages(Payloads payloads = Payloads::kKept) const;
+  /// The means of all that was added, after which the averager is empty: what it keeps for itself
+  /// is given up as the means are made.
+  std::vector<EventNode> takeAverages(Payloads payloads = Payloads::kKept);
 
  private:
-  // What joining an event reads and writes, apart from all else: packed, so that thousands of
-  // siblings stay in the processor's cache.
-  struct Sum {
+  class Level;
+
+  // An event of the merged tree. Small, so that thousands of siblings stay in the processor's
+  // cache.
+  struct Entry {
     std::string_view identifier;
-    std::uint64_t value;
+    std::uint64_t value;  // the sum
     std::uint64_t count;
-    bool isFirst;  // of its identifier
+    bool isFirst;                      // of its identifier
+    const EventNode* event;            // as first met
+    std::unique_ptr<Level> subEvents;  // none as long as they are those of `event`
   };
 
-  // Siblings of the merged tree; the three vectors have one element for each.
-  struct Level {
-    std::vector<Sum> sums;
-    std::vector<const EventNode*> events;  // as first met
-    std::vector<Level> children;
-    std::unordered_map<std::string_view, std::size_t, TextHash> firstByIdentifier;
+  // Siblings of the merged tree. Only lists that something was merged into have one.
+  class Level {
+   public:
+    enum class Objects { kKept, kDropped };
 
+    Level(const std::vector<EventNode>& list, Objects objects);
     void merge(const std::vector<EventNode>& list);
+    std::vector<EventNode> takeAverages(Payloads payloads);
+
+   private:
     std::size_t find(std::string_view identifier, std::size_t expected) const;
+    std::size_t lookUp(std::string_view identifier) const;
+    void makeRoomFor(std::size_t count);
     void append(const EventNode& event);
-    std::vector<EventNode> averages(Payloads payloads) const;
+
+    std::vector<Entry> m_entries;
+    // By identifier. Empty while there are so few entries that looking at each is faster.
+    std::unordered_map<std::string_view, std::size_t, TextHash> m_firstEntries;
   };
 
-  Level m_root;
+  // The first execution's events stay where they are until another execution has some.
+  const std::vector<EventNode>* m_first = nullptr;
+  std::unique_ptr<Level> m_root;
 };
 
 }  // namespace vyn::profiling

@@ -1,5 +1,9 @@
 #include "input/event_copies.h"
 
+#include <algorithm>
+
+#include "input/event_kind.h"
+
 namespace vyn::profiling {
 
 EventNode copyWithoutChildren(const EventNode& event, Payloads payloads) {
@@ -18,12 +22,29 @@ EventNode copyWithoutChildren(const EventNode& event, Payloads payloads) {
   return copy;
 }
 
+EventNode copyOf(const EventNode& event, Payloads payloads) {
+  EventNode copy = copyWithoutChildren(event, payloads);
+  copy.children = copyOf(event.children, payloads);
+  return copy;
+}
+
 std::vector<EventNode> copyOf(const std::vector<EventNode>& events, Payloads payloads) {
   std::vector<EventNode> copies;
   copies.reserve(events.size());
   for (const EventNode& event : events) {
-    copies.push_back(copyWithoutChildren(event, payloads));
-    copies.back().children = copyOf(event.children, payloads);
+    copies.push_back(copyOf(event, payloads));
+  }
+  return copies;
+}
+
+std::vector<EventNode> copyWithoutObjects(const std::vector<EventNode>& events, Payloads payloads) {
+  std::vector<EventNode> copies;
+  copies.reserve(events.size() - static_cast<std::size_t>(
+                                     std::count_if(events.begin(), events.end(), isObjectEvent)));
+  for (const EventNode& event : events) {
+    if (!isObjectEvent(event)) {
+      copies.push_back(copyOf(event, payloads));
+    }
   }
   return copies;
 }

@@ -12,6 +12,7 @@
 #include "input/event_decoder.h"
 #include "input/event_kind.h"
 #include "input/message_duration.h"
+#include "input/room_for_one.h"
 
 namespace vyn::profiling {
 namespace {
@@ -39,13 +40,6 @@ std::vector<EventNode> extractEvents(std::vector<EventNode>& events, schema::Eve
   return extracted;
 }
 
-// After it the next element can be appended without memory.
-void makeRoomForOne(std::vector<EventGroup>& groups) {
-  if (groups.size() == groups.capacity()) {
-    groups.reserve(2 * groups.size() + 1);
-  }
-}
-
 }  // namespace
 
 bool VynProfileLogReader::takeExecute(const schema::Message& message) {
@@ -62,10 +56,9 @@ bool VynProfileLogReader::takeExecute(const schema::Message& message) {
 }
 
 bool VynProfileLogReader::takeExecuteAsync(const schema::Message& message) {
-  const bool taken = takeExecute(message);
   // Even a message that the filter rejects makes the run an asynchronous one.
   m_asyncExecute = true;
-  return taken;
+  return takeExecute(message);
 }
 
 bool VynProfileLogReader::takeApplyBinarySection(const schema::Message& message) {

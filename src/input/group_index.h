@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -19,18 +18,14 @@ namespace vyn::profiling {
 class GroupIndex {
  public:
   /// Adds the execution to the first of `groups` with that name, or in a new group behind the last.
-  /// `name` belongs to the chunk that `fingerprints` knows. Must be given the same, only ever
-  /// growing vector each time. When it throws, the groups are as before.
+  /// `name` belongs to the chunk that `fingerprints` knows. Must be given the same vector each
+  /// time, which nothing else adds to. When it throws, the groups are as before.
   void add(std::vector<ExecutionGroup>& groups, std::string_view name,
            TextFingerprints& fingerprints, ExecutionRecord&& record);
 
  private:
-  std::optional<std::size_t> find(std::string_view name, TextFingerprints& fingerprints) const;
-  void catchUp(const std::vector<ExecutionGroup>& groups);
-
   std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> m_shortNames;
   std::unordered_map<TextFingerprint, std::size_t, TextFingerprintHash> m_longNames;
-  std::size_t m_indexed = 0;  // how many of the groups are in the maps
 };
 
 }  // namespace vyn::profiling

@@ -38,7 +38,7 @@ std::vector<EventNode> averageEventsOf(const ExecutionGroup& group, Payloads pay
   for (const ExecutionRecord& record : group.records) {
     averager.add(record.events);
   }
-  return averager.averages(payloads);
+  return averager.takeAverages(payloads);
 }
 
 std::vector<EventNode> slowestEventsOf(const ExecutionGroup& group, Payloads payloads) {

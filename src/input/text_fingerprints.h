@@ -35,12 +35,10 @@ class TextFingerprints {
   /// The fingerprint of a text of the chunk.
   TextFingerprint ofChunkText(std::string_view text);
 
-  /// The fingerprint of any text, in time proportional to its length.
-  static TextFingerprint of(std::string_view text);
-
  private:
   using Sums = std::array<std::uint64_t, 2>;
 
+  static TextFingerprint of(std::string_view text);
   void sumUp();
   Sums sumsUpTo(const char* end) const;
 

@@ -33,6 +33,7 @@ void VynProfileLogReader::listEvents(std::ostream& stream,
 }
 
 void VynProfileLogReader::printEvents(std::ostream& stream, std::vector<EventNode> events) {
+  const PayloadNames::Scope oneListing(m_payloadNames);
   const auto writePayload = [this](const EventNode& event) {
     if (m_writeObjectPayloads) {
       writeObjectPayload(event);

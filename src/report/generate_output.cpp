@@ -32,7 +32,7 @@ bool VynProfileLogReader::generateOutput(const std::string& outputFileName) {
     log::log(log::kError, "Invalid output file: [%s]", outputFileName.c_str());
     return false;
   }
-  m_payloadNames.forget();
+  const PayloadNames::Scope oneOutput(m_payloadNames);
   TextBlocks text;
   std::ostream summary(&text);
   // Without this, a summary for which there is no memory would end early and pass for whole.

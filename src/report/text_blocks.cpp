@@ -17,8 +17,8 @@ void TextBlocks::writeTo(std::ostream& stream) const {
 }
 
 TextBlocks::int_type TextBlocks::overflow(int_type byte) {
-  // Not make_unique, which would fill the block with zeros first.
-  m_blocks.emplace_back(new char[kBlockSize]);
+  // NOLINTNEXTLINE(modernize-avoid-c-arrays): raw memory
+  m_blocks.push_back(std::make_unique_for_overwrite<char[]>(kBlockSize));
   setp(m_blocks.back().get(), m_blocks.back().get() + kBlockSize);
   return traits_type::eq_int_type(byte, traits_type::eof())
              ? traits_type::not_eof(byte)

@@ -5,8 +5,11 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <utility>
 
+#include "input/group_index.h"
 #include "log/logger_registry.h"
+#include "report/event_text.h"
 #include "support/captured_output.h"
 #include "support/open_reader.h"
 
@@ -14,6 +17,12 @@ namespace {
 
 long g_allocationsLeft = -1;  // below 0: as many as there is memory for
 bool g_failed = false;
+long g_held = 0;  // blocks that are not freed yet
+
+void release(void* block) noexcept {
+  g_held -= block != nullptr ? 1 : 0;
+  std::free(block);
+}
 
 void* allocate(std::size_t size) {
   if (g_allocationsLeft == 0) {
@@ -25,6 +34,7 @@ void* allocate(std::size_t size) {
     --g_allocationsLeft;
   }
   void* block = std::malloc(size);
+  ++g_held;
   return block != nullptr ? block : throw std::bad_alloc();
 }
 
@@ -34,15 +44,16 @@ void* allocate(std::size_t size) {
 [[gnu::noinline]] void* operator new(std::size_t size) { return allocate(size); }
 [[gnu::noinline]] void* operator new[](std::size_t size) { return allocate(size); }
 [[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  ++g_held;
   return std::malloc(size);
 }
-[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
-[[gnu::noinline]] void operator delete[](void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block) noexcept { release(block); }
+[[gnu::noinline]] void operator delete[](void* block) noexcept { release(block); }
 [[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
-  std::free(block);
+  release(block);
 }
 [[gnu::noinline]] void operator delete[](void* block, std::size_t /*size*/) noexcept {
-  std::free(block);
+  release(block);
 }
 
 namespace vyn::test {
@@ -50,23 +61,86 @@ namespace {
 
 enum class Outcome { kRead, kRefused, kThrown };
 
-// Every take operation files its message whole or not at all: what a failed read leaves can be
-// shown, and no graph is without an execution.
-void expectSoundStores(OpenReader& reader) {
-  std::size_t taken = reader.m_hasFinalize ? 1 : 0;
-  for (const auto* groups : {&reader.m_executeGroups, &reader.m_applyBinarySectionGroups}) {
-    for (const auto& group : *groups) {
-      EXPECT_FALSE(group.records.empty());
-      taken += group.records.size();
-    }
+std::string textOf(const std::vector<profiling::EventNode>& events) {
+  std::string text = "[";
+  for (const auto& node : events) {
+    text += node.identifier + "=" + formatEventValue(node.dataType, node.value) +
+            textOf(node.children) + " ";
   }
-  EXPECT_EQ(reader.m_eventStrings.size(), taken);  // each message of the log has one text
-  EXPECT_EQ(reader.m_hasFinalize, !reader.m_finalizeGroups.empty());
-  EXPECT_TRUE(reader.generateOutput(""));
+  return text + "]";
 }
 
+template <typename Entry>
+std::string textOf(const Entry& entry) {
+  return std::to_string(entry.duration) + "@" + std::to_string(entry.timestamp) +
+         textOf(entry.events);
+}
+
+std::string textOf(const std::vector<profiling::ExecutionGroup>& groups) {
+  std::string text;
+  for (const auto& group : groups) {
+    text += group.name + ":";
+    for (const auto& record : group.records) {
+      text += textOf(record) + ",";
+    }
+  }
+  return text + "\n";
+}
+
+std::string textOf(const std::vector<profiling::EventGroup>& groups) {
+  std::string text;
+  for (const auto& group : groups) {
+    text += group.name + ":" + textOf(group);
+  }
+  return text + "\n";
+}
+
+// All that messages leave in a reader, but for the asynchronous flag.
+std::string storesOf(const OpenReader& reader) {
+  struct Single {
+    std::uint64_t duration;
+    std::uint64_t timestamp;
+    const std::vector<profiling::EventNode>& events;
+  };
+  std::string text = textOf(reader.m_initEvents);
+  for (const Single& single :
+       {Single{reader.m_createFromBinaryTime, reader.m_createFromBinaryTimestamp,
+               reader.m_createFromBinaryEvents},
+        Single{reader.m_deInitTime, reader.m_deInitTimestamp, reader.m_deInitEvents},
+        Single{reader.m_executeIpsTime, reader.m_executeIpsTimestamp, reader.m_executeIpsEvents},
+        Single{reader.m_libLoadTime, reader.m_libLoadTimestamp, reader.m_libLoadEvents}}) {
+    text += textOf(single);
+  }
+  for (const bool flag :
+       {reader.m_hasInitEvents, reader.m_hasCreateFromBinaryEvents, reader.m_hasExecuteIps,
+        reader.m_hasLibLoad, reader.m_hasFinalize, reader.m_hasFinalizeEvents}) {
+    text += flag ? '+' : '-';
+  }
+  return text + textOf(reader.m_executeGroups) + textOf(reader.m_applyBinarySectionGroups) +
+         textOf(reader.m_finalizeGroups) + std::to_string(reader.m_eventStrings.size());
+}
+
+// Every operation that takes a message files it whole or not at all: what a failed read leaves can
+// be shown.
+class WatchedReader : public OpenReader {
+ public:
+  using OpenReader::OpenReader;
+
+  bool processNextMessage() override {
+    const long allocations = std::exchange(g_allocationsLeft, -1);
+    const std::string before = storesOf(*this);
+    g_allocationsLeft = allocations;
+    try {
+      return OpenReader::processNextMessage();
+    } catch (const std::bad_alloc&) {
+      EXPECT_EQ(storesOf(*this), before);
+      throw;
+    }
+  }
+};
+
 Outcome readWithAllocations(const std::string& path, long allocations) {
-  OpenReader reader(path);
+  WatchedReader reader(path);
   g_failed = false;
   g_allocationsLeft = allocations;
   try {
@@ -74,29 +148,40 @@ Outcome readWithAllocations(const std::string& path, long allocations) {
     g_allocationsLeft = -1;
     return read ? Outcome::kRead : Outcome::kRefused;
   } catch (const std::bad_alloc&) {
-    expectSoundStores(reader);
+    if (!reader.m_headerSaved) {
+      EXPECT_EQ(reader.m_netRunVersion + reader.m_backendVersion, "");
+    }
+    EXPECT_TRUE(reader.generateOutput(""));
     return Outcome::kThrown;
   }
 }
 
-// Messages of all kinds that belong to a graph.
+// Messages of all kinds that have events, each kind twice: the second one replaces or joins what
+// the first one left.
 std::string logOfAllKinds() {
-  const std::string events = "profilingEvents:[" +
+  const std::string text = "{valueType:6,stringValue:\"a text that needs memory of its own\"}";
+  const std::string events = "profilingEvents:[" + text + "," +
                              event("an identifier that is long", 1,
                                    "subEvents:[" + event("and so is this sub-event's", 2) + "]") +
-                             ",{valueType:6,stringValue:\"a text that needs memory of its own\"}]";
-  const std::string component =
-      "profilingEvents:[" + event("init of a component", 1, "type:100") + "," +
-      event("finalize of a component", 1, "type:300") +
-      ",{valueType:6,stringValue:\"a text that needs memory of its own\"}]";
+                             "," + event("init of a graph", 1, "type:100") + "]";
+  const std::string component = "profilingEvents:[" + text + "," +
+                                event("init of a component", 1, "type:100") + "," +
+                                event("finalize of a component", 1, "type:300") + "]";
+  std::string messages;
+  for (const int round : {1, 2}) {
+    for (const char* method : {"1", "3", "2", "11", "4", "5", "8", "10"}) {
+      messages +=
+          message(method, round, 5 * round, "graphName:\"a graph with a long name\"," + events) +
+          ",";
+    }
+    messages +=
+        message("9", round, 7, "visibilityLevel:1,graphName:\"a component's graph\"," + component) +
+        (round == 1 ? "," : "");
+  }
   return logOf(
-      {"{header:{netRunVersion:\"a version text of some length\"},messages:[" +
-       message("1", 1, 5, "graphName:\"a graph with a long name\"," + events) + "," +
-       message("3", 2, 7, "graphName:\"another long graph name\"," + events) + "," +
-       message("2", 3, 7, "graphName:\"another long graph name\"," + events) + "," +
-       message("11", 4, 7, "graphName:\"a section's long graph name\"," + events) + "," +
-       message("9", 5, 7, "visibilityLevel:1,graphName:\"a component's graph\"," + component) +
-       "]}"});
+      {"{header:{netRunVersion:\"a version text of some length\",backendVersion:\"another "
+       "version text of some length\"},messages:[" +
+       messages + "]}"});
 }
 
 TEST(AllocationFailure, IsNeverTakenForSuccess) {
@@ -131,6 +216,7 @@ TEST(AllocationFailure, NeverShortensASummary) {
   for (long allocations = 0; !isWritten; ++allocations) {
     g_failed = false;
     const std::string printed = printedBy([&] {
+      const long held = g_held;
       g_allocationsLeft = allocations;
       try {
         isWritten = reader.generateOutput("");
@@ -138,9 +224,57 @@ TEST(AllocationFailure, NeverShortensASummary) {
         isWritten = false;
       }
       g_allocationsLeft = -1;
+      EXPECT_EQ(g_held, held) << allocations;
     });
     EXPECT_EQ(isWritten, !g_failed) << allocations;
     EXPECT_EQ(printed, isWritten ? whole : "") << allocations;
+  }
+}
+
+// First of all: a run is asynchronous also when there is no memory for its first execution.
+TEST(AllocationFailure, DoesNotHideThatARunIsAsynchronous) {
+  const TempFolder folder;
+  const std::string path = folder.add(
+      "run.log", logOf({chunkOf({message("3", 1, 1, "graphName:\"a graph with a long name\"")})}));
+  bool isRead = false;
+  int marked = 0;
+  for (long allocations = 0; !isRead; ++allocations) {
+    OpenReader reader(path);
+    g_allocationsLeft = allocations;
+    try {
+      isRead = reader.readInputFile(false);
+      g_allocationsLeft = -1;
+    } catch (const std::bad_alloc&) {
+      EXPECT_TRUE(reader.m_asyncExecute || !reader.m_headerSaved) << allocations;
+      marked += reader.m_asyncExecute && reader.m_executeGroups.empty() ? 1 : 0;
+    }
+  }
+  EXPECT_GE(marked, 1);
+}
+
+TEST(AllocationFailure, LeavesNoNameWithoutItsGraph) {
+  const std::string chunk(2'000, 'n');
+  for (const std::size_t length : {100U, 1'000U}) {
+    bool isAdded = false;
+    for (long allocations = 0; !isAdded; ++allocations) {
+      profiling::TextFingerprints fingerprints;
+      fingerprints.startChunk(reinterpret_cast<const std::uint8_t*>(chunk.data()), chunk.size());
+      profiling::GroupIndex index;
+      std::vector<profiling::ExecutionGroup> groups;
+      const auto name = std::string_view(chunk).substr(0, length);
+      g_allocationsLeft = allocations;
+      try {
+        index.add(groups, name, fingerprints, {});
+        isAdded = true;
+      } catch (const std::bad_alloc&) {
+        EXPECT_TRUE(groups.empty());
+        index.add(groups, name, fingerprints, {});
+      }
+      g_allocationsLeft = -1;
+      ASSERT_EQ(groups.size(), 1U);
+      EXPECT_EQ(groups[0].name, name);
+      EXPECT_EQ(groups[0].records.size(), 1U);
+    }
   }
 }
 

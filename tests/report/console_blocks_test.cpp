@@ -102,6 +102,18 @@ TEST_F(Overall, IsComputedInSinglePrecision) {
   expectRate({node("duration", 1), node("count", 16777217)}, "16777216000000.0000");
 }
 
+TEST_F(Overall, TextCountsAsZero) {
+  profiling::EventNode text = node("duration", 0);
+  text.dataType = profiling::EventDataType::STRING;
+  text.value.text = "a text, whose word is an address";
+  // So many that an address for a duration would not make it a rate of 0.
+  constexpr std::uint64_t kCount = 1'000'000'000'000'000'000;
+  expectRate({text, node("count", kCount)}, "0.0000");
+  text.identifier = "b";
+  expectRate({node("a", kCount), text}, "0.0000");
+  expectRate({text, node("a", 7)}, "0.0000");
+}
+
 TEST_F(Overall, IsLeftOutWithoutItsMessageOrWithOneEvent) {
   m_reader.m_executeIpsEvents = {node("duration", 1), node("count", 1)};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsOverall), "");

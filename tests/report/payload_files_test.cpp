@@ -144,6 +144,21 @@ TEST_F(PayloadFiles, EachOutputCountsAfresh) {
   }
 }
 
+TEST_F(PayloadFiles, EachListingByItselfCountsAfresh) {
+  m_reader.m_writeObjectPayloads = true;
+  const auto list = [&](const std::string& bytes) {
+    std::ostringstream stream;
+    m_reader.printEvents(stream, {payload(m_folder.path("x.bin"), bytes)});
+  };
+  list("0");
+  list("1");
+  list("2");
+  std::filesystem::remove(m_folder.path("x_1.bin"));
+  list("3");
+  EXPECT_EQ(content("x_1.bin"), "3");
+  EXPECT_FALSE(exists("x_3.bin"));
+}
+
 TEST_F(PayloadFiles, NamelessPayloadIsNotWritten) {
   const auto previous = std::filesystem::current_path();
   std::filesystem::current_path(m_folder.path(""));

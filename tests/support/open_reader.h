@@ -46,6 +46,7 @@ class OpenReader : public profiling::VynProfileLogReader {
   using VynProfileLogReader::m_hasFinalizeEvents;
   using VynProfileLogReader::m_hasInitEvents;
   using VynProfileLogReader::m_hasLibLoad;
+  using VynProfileLogReader::m_headerSaved;
   using VynProfileLogReader::m_initEvents;
   using VynProfileLogReader::m_initTime;
   using VynProfileLogReader::m_initTimestamp;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace vyn::test {
 
@@ -11,14 +12,32 @@ namespace vyn::test {
 /// One execution that names the same event `count` times, with an identifier of `length` bytes.
 std::string logOfSharedEvent(std::size_t count, std::size_t length);
 
-/// The same with a short identifier and `length` payload bytes, which have no file to go to.
+/// The same, but below two other events, where none is listed.
+std::string logOfUnlistedEvent(std::size_t count, std::size_t length);
+
+/// One execution with a tree of two to the power of `depth + 1`, less one, short events.
+std::string logOfSharedTree(std::size_t depth);
+
+/// Two executions of one graph. The first has `count` events of different short identifiers below
+/// two others, of which none is listed; the second, just as long, has the last one alone.
+std::string logOfOneMoreSmallExecution(std::size_t count);
+
+/// One execution that names the same event `count` times, with a short identifier and `length`
+/// payload bytes, which have no file to go to.
 std::string logOfSharedPayload(std::size_t count, std::size_t length);
 
-/// One execution with `count` payloads for the file `name`.
-std::string logOfPayloadsFor(const std::string& name, std::size_t count);
+/// One execution with `count` payloads for each of the files.
+std::string logOfPayloadsFor(const std::vector<std::string>& names, std::size_t count);
 
 /// `count` executions whose graph names are one text of `length` bytes.
 std::string logOfSharedGraphName(std::size_t count, std::size_t length);
+
+/// The same for `count` finalize steps, each with one event.
+std::string logOfSharedFinalizeName(std::size_t count, std::size_t length);
+
+/// `count` executions whose graph names end together, after 300 bytes and 4 more for each later
+/// name.
+std::string logOfDifferentOverlappingGraphNames(std::size_t count);
 
 /// `count` executions whose graph names are equal texts of 1,024 times `count` bytes, each four
 /// bytes behind the last one in the same stretch of the chunk. `count` is at most 16,000.
