@@ -258,7 +258,7 @@ TEST(AllocationFailure, LeavesNoNameWithoutItsGraph) {
     bool isAdded = false;
     for (long allocations = 0; !isAdded; ++allocations) {
       profiling::TextFingerprints fingerprints;
-      fingerprints.startChunk(reinterpret_cast<const std::uint8_t*>(chunk.data()), chunk.size());
+      fingerprints.startChunk({reinterpret_cast<const std::uint8_t*>(chunk.data()), chunk.size()});
       profiling::GroupIndex index;
       std::vector<profiling::ExecutionGroup> groups;
       const auto name = std::string_view(chunk).substr(0, length);
