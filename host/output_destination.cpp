@@ -20,10 +20,6 @@ namespace fs = std::filesystem;
 constexpr char kIsTheLog[] = "is the log itself; give another name for the output";
 constexpr int kMaxLinks = 40;  // as many as the kernel follows
 
-bool isSameFile(const struct stat& left, const struct stat& right) {
-  return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
-}
-
 bool isLog(int descriptor, const LogFile& log) {
   struct stat status {};
   return S_ISREG(log.status.st_mode) && fstat(descriptor, &status) == 0 &&

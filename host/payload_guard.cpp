@@ -202,6 +202,16 @@ void PayloadGuard::checkWritten() const {
   }
 }
 
+// The name may come from anywhere, so only places that payloads may go to are tried.
+void PayloadGuard::throwUnwritten(const std::string& name) const {
+  for (const auto& [directory, files] : m_targets) {
+    const TempFile probe(directory, "vyn-profile-viewer", name);
+    probeGrowth(probe.file());
+  }
+  throw HostError(name,
+                  "the payload could not be written; look what has this name, and check the disk");
+}
+
 // False when it is no payload.
 bool PayloadGuard::checkNew(const std::string& directory, const std::string& name) const {
   const std::set<std::uint64_t> sizes = sizesOf(directory, name);
