@@ -60,11 +60,15 @@ std::optional<std::string> explainMisspeltVerb(const CLI::App& app, const std::s
   return word + ": no such verb and no such file" + didYouMean(meant);
 }
 
-// The library counts what is missing; there is never more than one.
-std::string explainMissingValue(const CLI::App& verb, const std::string& text) {
+// The library counts the values that are missing or too many; an option has one.
+std::string explainValueCount(const CLI::App& verb, const std::string& text) {
   const std::string name = text.substr(0, text.find(':'));
   const CLI::Option* option = verb.get_option_no_throw(name);
-  return option == nullptr ? text : name + " needs " + option->get_type_name() + " behind it";
+  if (option == nullptr) {
+    return text;
+  }
+  return option->count() > 1 ? name + " is given twice"
+                             : name + " needs " + option->get_type_name() + " behind it";
 }
 
 }  // namespace
@@ -82,7 +86,7 @@ std::string explainUsage(const CLI::App& app, const CLI::ParseError& error,
     }
   }
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
-    return explainMissingValue(verb, error.what());
+    return explainValueCount(verb, error.what());
   }
   return error.what();
 }

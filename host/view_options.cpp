@@ -59,9 +59,11 @@ std::shared_ptr<ViewOptions> declareViewOptions(CLI::App& commandLine) {
   CLI::Option* payloads = addPayloads(commandLine, *options);
   commandLine.add_flag("--header", options->header, "Print only the log's header (summary)")
       ->excludes(output)
-      ->excludes(payloads);
+      ->excludes(payloads)
+      ->excludes(commandLine.get_option("--max-output"));
   commandLine.final_callback([&commandLine, options] {
     refuseIgnoredOptions(commandLine, chooseReader(options->reader).value().output);
+    refuseForceWithoutFile(commandLine, options->log);
   });
   return options;
 }

@@ -145,6 +145,24 @@ TEST_F(CommandLineTest, OptionsThatTheReaderIgnoresAreRefused) {
                    "--header: has no effect on a JSON document; add --reader summary");
 }
 
+TEST_F(CommandLineTest, OptionsThatNothingIsLeftForAreRefused) {
+  expectUsageError({"-", "--force"},
+                   "--force: has no effect on a log from standard input, whose document goes to "
+                   "standard output");
+  EXPECT_EQ(run({"a.log", "-r", "summary", "--header", "--max-output", "100"}).exitStatus, 2);
+}
+
+TEST_F(CommandLineTest, AnOptionGivenTwiceIsNamed) {
+  const std::vector<std::vector<std::string>> calls = {{"--reader", "-r", "json", "-r", "summary"},
+                                                       {"--output", "-o", "x", "--output", "y"},
+                                                       {"--level", "-l", "1", "-l2"},
+                                                       {"--output", "-o", "x", "-o", "x"}};
+  for (std::vector<std::string> words : calls) {
+    const std::string name = std::exchange(words.front(), "a.log");
+    expectUsageError(words, name + " is given twice");
+  }
+}
+
 TEST_F(CommandLineTest, AnUnknownReaderNameIsRefused) {
   expectUsageError({"a.log", "-r", "xml"},
                    "--reader: no reader is named xml (there are json, summary; a library's path "
