@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdint>
 #include <thread>
+#include <utility>
 
 #include "file_descriptor.h"
 #include "host_error.h"
@@ -83,22 +84,39 @@ bool isStillAt(const std::string& path, int descriptor) {
          isSameFile(opened, found);
 }
 
-// A file that may not be read is taken as it is.
-bool endsInsideALine(int descriptor, std::uint64_t size) {
-  const std::string path = "/proc/self/fd/" + std::to_string(descriptor);
-  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+// Of a file that may not be read, a line feed.
+char lastByte(const NamedFile& file, std::uint64_t size) {
+  const std::string path = "/proc/self/fd/" + std::to_string(file.descriptor);
+  const FileDescriptor readable(open(path.c_str(), O_RDONLY | O_CLOEXEC));
   char last = '\n';
-  return size > 0 && pread(file.get(), &last, 1, static_cast<off_t>(size - 1)) == 1 && last != '\n';
+  const bool isRead =
+      size > 0 && pread(readable.get(), &last, 1, static_cast<off_t>(size - 1)) == 1;
+  return isRead ? last : '\n';
+}
+
+// A line that grows is being written by a program that takes no lock.
+bool endsInsideALine(const NamedFile& file) {
+  constexpr std::chrono::milliseconds kWritesLast(100);
+  for (std::uint64_t size = sizeOf(file); lastByte(file, size) != '\n';) {
+    std::this_thread::sleep_for(kWritesLast);
+    const std::uint64_t before = std::exchange(size, sizeOf(file));
+    if (size == before) {
+      return true;
+    }
+  }
+  return false;
 }
 
 // A text that is being added to a file.
 class Addition {
  public:
-  explicit Addition(NamedFile file) : m_file(std::move(file)), m_before(sizeOf(m_file)) {}
+  explicit Addition(NamedFile file) : m_file(std::move(file)) {}
 
   // Returns 0 or the error number.
   int run(std::string_view text) {
-    int error = endsInsideALine(m_file.descriptor, m_before) ? write("\n") : 0;
+    const bool needsLineFeed = endsInsideALine(m_file);
+    m_before = sizeOf(m_file);
+    int error = needsLineFeed ? write("\n") : 0;
     error = error == 0 ? write(text) : error;
     return error == 0 && fsync(m_file.descriptor) != 0 ? errno : error;
   }
@@ -127,7 +145,7 @@ class Addition {
   }
 
   NamedFile m_file;
-  std::uint64_t m_before;
+  std::uint64_t m_before = 0;
   std::uint64_t m_written = 0;
 };
 

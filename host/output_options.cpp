@@ -89,6 +89,7 @@ CLI::Option* addOutputOptions(CLI::App& commandLine, OutputOptions& options,
   commandLine
       .add_flag("--force", options.force,
                 "Replace whatever has the name that the document gets without --output (json)")
+      ->disable_flag_override()
       ->excludes(output);
   addMaxOutput(commandLine, options.maxSize);
   return output;

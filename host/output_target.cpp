@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <system_error>
 
 #include "file_append.h"
 #include "host_error.h"
@@ -30,6 +31,10 @@ bool isMadeElsewhere(const OutputDestination& destination, OutputTarget::Content
 TempFile makeTempFile(const OutputDestination& destination, OutputTarget::Content content) {
   if (isMadeElsewhere(destination, content)) {
     const fs::path directory = scratchDirectory();
+    std::error_code error;
+    if (!fs::is_directory(directory, error)) {
+      throw HostError(directory, "is no directory, though TMPDIR names it; set TMPDIR to one");
+    }
     return {directory, "vyn-profile-viewer", directory};
   }
   return {directoryOf(destination.file), destination.file.filename(), destination.name};

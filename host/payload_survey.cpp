@@ -152,7 +152,7 @@ PayloadSurvey surveyPayloads(const LogFile& log) {
   } catch (const std::bad_alloc&) {
   } catch (const std::length_error&) {
   }
-  throw HostError(log.path, kNotEnoughMemory);
+  throw HostError(log.name, kNotEnoughMemory);
 }
 
 std::string shortened(std::string_view text) {
