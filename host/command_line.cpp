@@ -3,10 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "core/version/profile_viewer_version.h"
@@ -63,6 +65,12 @@ void addVersion(CLI::App& app) {
                        std::string("vyn-profile-viewer ") + profiling::kProfileViewerVersion);
 }
 
+void setLabels(CLI::App& app) {
+  app.get_formatter()->label("REQUIRED", "");
+  app.get_formatter()->label("Excludes", "not with");
+  app.get_formatter()->label("Needs", "with");
+}
+
 std::vector<Command> declareVerbs(CLI::App& app) {
   std::vector<Command> commands;
   for (const Verb* verb : kVerbs) {
@@ -72,6 +80,7 @@ std::vector<Command> declareVerbs(CLI::App& app) {
     commands.push_back({commandLine, verb->declare(*commandLine)});
   }
   app.formatter(std::make_shared<HelpPage>(*app.get_subcommand(kDefaultVerb->name)));
+  setLabels(app);
   app.require_subcommand(1);
   return commands;
 }
@@ -88,15 +97,28 @@ int reportUsage(const CLI::App& app, const CLI::ParseError& error,
   return kWrongUsage;
 }
 
+// "help" and "version" are words that other programs know.
+bool isWordForOption(const std::vector<std::string>& words) {
+  std::error_code error;
+  return words.size() == 1 && (words.front() == "help" || words.front() == "version") &&
+         !std::filesystem::exists(words.front(), error);
+}
+
 }  // namespace
 
 int runCommandLine(int argc, char** argv) {
   CLI::App app("Reads the profiling logs of vyn-net-run. Without a verb: view.",
                "vyn-profile-viewer");
+  setLabels(app);
   addVersion(app);
   app.footer(examples());
   const std::vector<Command> commands = declareVerbs(app);
   const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
+  if (isWordForOption(words)) {
+    reportLine(words.front() + ": no such verb and no such file (did you mean --" + words.front() +
+               "?)");
+    return kWrongUsage;
+  }
   std::vector<std::string> parsed = withVerb(words);
   std::reverse(parsed.begin(), parsed.end());  // the library takes words from the back
   try {

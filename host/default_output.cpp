@@ -1,6 +1,7 @@
 #include "default_output.h"
 
 #include <fcntl.h>
+#include <rapidjson/document.h>
 #include <unistd.h>
 
 #include <array>
@@ -20,7 +21,7 @@ namespace fs = std::filesystem;
 // How a document of a log with a header begins, up to the log's path.
 constexpr std::string_view kBeginning =
     "{\n    \"metadata\": {\n        \"inputLogFileLocation\": \"";
-constexpr std::size_t kLookedAt = 8192;  // bytes; more than a path can have
+constexpr std::size_t kLookedAt = 32768;  // bytes; more than a path can have, escaped
 
 std::string beginningOf(const std::string& file) {
   const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC));
@@ -29,15 +30,16 @@ std::string beginningOf(const std::string& file) {
   return {bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
 }
 
-// The path of the log that the document is of. Empty when it tells none, or one that JSON had to
-// escape, which is rare enough.
+// The path of the log that the document is of. Empty when it tells none.
 std::string logOfDocument(const std::string& file) {
   const std::string text = beginningOf(file);
-  const std::size_t end = text.find_first_of("\"\\", kBeginning.size());
-  if (!text.starts_with(kBeginning) || end == std::string::npos || text[end] != '"') {
+  if (!text.starts_with(kBeginning)) {
     return "";
   }
-  return text.substr(kBeginning.size(), end - kBeginning.size());
+  const std::size_t start = kBeginning.size() - 1;  // with its quotation mark
+  rapidjson::Document path;
+  path.Parse<rapidjson::kParseStopWhenDoneFlag>(text.data() + start, text.size() - start);
+  return path.IsString() ? std::string(path.GetString(), path.GetStringLength()) : "";
 }
 
 }  // namespace

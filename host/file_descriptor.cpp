@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -33,6 +32,10 @@ int FileDescriptor::close() {
     return 0;
   }
   return ::close(std::exchange(m_descriptor, kNone)) == 0 ? 0 : errno;
+}
+
+bool isSameFile(const struct stat& left, const struct stat& right) {
+  return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
 }
 
 std::uint64_t sizeOf(const NamedFile& file) {

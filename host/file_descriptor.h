@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -38,6 +40,9 @@ struct NamedFile {
   int descriptor;
   std::string name;
 };
+
+/// True when both are states of one file, under whatever names.
+bool isSameFile(const struct stat& left, const struct stat& right);
 
 /// Bytes. Throws HostError.
 std::uint64_t sizeOf(const NamedFile& file);

@@ -13,6 +13,10 @@
 namespace vyn::host {
 namespace {
 
+// Bytes. The beginning of a text or of other files, read as a length, is larger; chunks that runs
+// write are far shorter.
+constexpr profiling::ChunkLength kLeastOfNoChunk = profiling::ChunkLength{1} << 24;
+
 // Asks for nothing but the walk's own figures.
 class NoSink : public profiling::MessageSink {
  public:
@@ -40,6 +44,12 @@ std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk
   if (walk.soundChunks == 0) {
     const auto format =
         log.canBeReadAgain() ? recogniseForeignFormat(log.path) : std::optional<std::string>();
+    if (!format && walk.end == profiling::WalkEnd::kCutShort &&
+        walk.last.announced < kLeastOfNoChunk) {
+      return "not a profiling log, or one that ends inside its first chunk: " +
+             std::to_string(walk.last.present) + " of " + counted(walk.last.announced, "byte") +
+             " are there; copy the log again, or give one that vyn-net-run wrote";
+    }
     return format.value_or(
         "not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run "
         "wrote");

@@ -48,7 +48,7 @@ LogFile findStandardInput() {
 }  // namespace
 
 LogFile findLog(const std::string& path) {
-  if (path == "-") {
+  if (path == kStandardInput) {
     return findStandardInput();
   }
   LogFile log{path, {}, path};

@@ -17,9 +17,12 @@ struct LogFile {
   bool canBeReadAgain() const { return S_ISREG(status.st_mode); }
 };
 
+/// The path that means standard input.
+inline constexpr char kStandardInput[] = "-";
+
 /// Finds the log without opening it, as opening a pipe would take its writer away from the reader.
-/// `path` as the user gave it; "-" is standard input. Throws HostError when it is not there, is a
-/// directory, or may not be read.
+/// `path` as the user gave it; `kStandardInput` is one too. Throws HostError when it is not there,
+/// is a directory, or may not be read.
 LogFile findLog(const std::string& path);
 
 }  // namespace vyn::host

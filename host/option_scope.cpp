@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "log_file.h"
+
 namespace vyn::host {
 namespace {
 
@@ -27,6 +29,13 @@ void refuseIgnoredOptions(const CLI::App& commandLine, OutputKind kind) {
       return;
     case OutputKind::kUnknown:
       return;
+  }
+}
+
+void refuseForceWithoutFile(const CLI::App& commandLine, const std::string& path) {
+  if (path == kStandardInput) {
+    refuse(commandLine, {"--force"},
+           "has no effect on a log from standard input, whose document goes to standard output");
   }
 }
 

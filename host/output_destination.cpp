@@ -20,10 +20,6 @@ namespace fs = std::filesystem;
 constexpr char kIsTheLog[] = "is the log itself; give another name for the output";
 constexpr int kMaxLinks = 40;  // as many as the kernel follows
 
-bool isSameFile(const struct stat& left, const struct stat& right) {
-  return left.st_dev == right.st_dev && left.st_ino == right.st_ino;
-}
-
 bool isLog(int descriptor, const LogFile& log) {
   struct stat status {};
   return S_ISREG(log.status.st_mode) && fstat(descriptor, &status) == 0 &&
@@ -48,7 +44,7 @@ fs::path followLinks(fs::path path) {
 }
 
 // The number of the descriptor that a path like /dev/fd/3, links followed, means; none for others.
-std::optional<int> descriptorOf(const fs::path& path) {
+std::optional<int> descriptorOf(const std::string& name, const fs::path& path) {
   std::error_code error;
   const fs::path directory = fs::canonical(directoryOf(path), error);
   if (error || directory != "/proc/" + std::to_string(getpid()) + "/fd") {
@@ -57,8 +53,18 @@ std::optional<int> descriptorOf(const fs::path& path) {
   const std::string text = path.filename();
   int number = 0;
   const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return problem == std::errc() && end == text.data() + text.size() ? std::optional(number)
-                                                                    : std::nullopt;
+  if (problem != std::errc() || end != text.data() + text.size()) {
+    throw HostError(name, "names no open file; give the number of one, as in /dev/fd/3");
+  }
+  return number;
+}
+
+// Standard streams that were closed look the same; writing to them says so.
+void checkWritable(const std::string& name, int descriptor) {
+  const int flags = fcntl(descriptor, F_GETFL);
+  if (descriptor > STDERR_FILENO && flags != -1 && (flags & O_ACCMODE) == O_RDONLY) {
+    throw HostError(name, "is open for reading only; open it for writing (3>FILE)");
+  }
 }
 
 // A file that the shell opened: replacing it would pull it away from the shell and from what others
@@ -105,7 +111,8 @@ OutputDestination resolve(const std::string& name, const LogFile& log) {
     return {kStandardOutputName, duplicate({STDOUT_FILENO, kStandardOutputName}), {}, {}};
   }
   const fs::path path = followLinks(name);
-  if (const auto descriptor = descriptorOf(path)) {
+  if (const auto descriptor = descriptorOf(name, path)) {
+    checkWritable(name, *descriptor);
     return {name, duplicate({*descriptor, name}), {}, {}};
   }
   struct stat found {};

@@ -15,14 +15,16 @@ constexpr std::uint64_t kTimesTheLog = 1000;
 
 OutputLimit OutputLimit::standardFor(const LogFile& log) {
   const auto size = static_cast<std::uint64_t>(log.canBeReadAgain() ? log.status.st_size : 0);
-  return OutputLimit(std::max(kLeast, saturatingProduct(size, kTimesTheLog)));
+  return OutputLimit(std::max(kLeast, saturatingProduct(size, kTimesTheLog)),
+                     ", far more than such a log should give");
 }
 
 void OutputLimit::check(std::uint64_t size, const std::string& target) const {
   if (size > m_bytes) {
-    throw HostError(target, "the output is larger than " + std::to_string(m_bytes) +
-                                " bytes, far more than such a log should give; if you trust the "
-                                "log, give more with --max-output SIZE or --max-output none");
+    throw HostError(
+        target,
+        "the output is larger than " + std::to_string(m_bytes) + " bytes" + m_meaning +
+            "; if you trust the log, give more with --max-output SIZE or --max-output none");
   }
 }
 
@@ -30,7 +32,9 @@ EnforcedLimit::EnforcedLimit(const OutputLimit& limit, std::uint64_t present) {
   getrlimit(RLIMIT_FSIZE, &m_previous);
   // One byte more, which tells an output that is too large from one that just fits.
   const std::uint64_t largest = saturatingSum(saturatingSum(limit.bytes(), present), 1);
-  const rlimit lowered{std::min<rlim_t>(largest, m_previous.rlim_cur), m_previous.rlim_max};
+  // Beyond what a file's size can be, the system's limits do not work.
+  const rlim_t limited = largest > INT64_MAX ? RLIM_INFINITY : largest;
+  const rlimit lowered{std::min(limited, m_previous.rlim_cur), m_previous.rlim_max};
   setrlimit(RLIMIT_FSIZE, &lowered);
 }
 

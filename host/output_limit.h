@@ -15,7 +15,8 @@ class OutputLimit {
  public:
   static constexpr std::uint64_t kNone = UINT64_MAX;
 
-  explicit OutputLimit(std::uint64_t bytes) : m_bytes(bytes) {}
+  /// What the user allows.
+  explicit OutputLimit(std::uint64_t bytes) : OutputLimit(bytes, "") {}
 
   /// The larger of 1 GiB and 1,000 times the log.
   static OutputLimit standardFor(const LogFile& log);
@@ -26,7 +27,10 @@ class OutputLimit {
   void check(std::uint64_t size, const std::string& target) const;
 
  private:
+  OutputLimit(std::uint64_t bytes, const char* meaning) : m_bytes(bytes), m_meaning(meaning) {}
+
   std::uint64_t m_bytes;
+  const char* m_meaning;  // what to say of an output that is larger
 };
 
 /// While it lives, no file can grow far beyond the limit, so that a reader that writes too much

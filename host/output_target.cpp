@@ -5,9 +5,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <system_error>
 
+#include "file_append.h"
 #include "host_error.h"
+#include "mapped_file.h"
 #include "scratch_directory.h"
+#include "terminal_text.h"
 
 namespace vyn::host {
 namespace {
@@ -17,9 +21,20 @@ namespace fs = std::filesystem;
 constexpr mode_t kPermissions = 0777;
 constexpr mode_t kNewFileMode = 0666;  // less what the user's umask takes away
 
-TempFile makeTempFile(const OutputDestination& destination) {
-  if (destination.stream.isOpen()) {
+// A file may be added to in a directory where none can be made.
+bool isMadeElsewhere(const OutputDestination& destination, OutputTarget::Content content) {
+  return destination.stream.isOpen() ||
+         (content == OutputTarget::Content::kAppended && destination.found &&
+          faccessat(AT_FDCWD, directoryOf(destination.file).c_str(), W_OK | X_OK, AT_EACCESS) != 0);
+}
+
+TempFile makeTempFile(const OutputDestination& destination, OutputTarget::Content content) {
+  if (isMadeElsewhere(destination, content)) {
     const fs::path directory = scratchDirectory();
+    std::error_code error;
+    if (!fs::is_directory(directory, error)) {
+      throw HostError(directory, "is no directory, though TMPDIR names it; set TMPDIR to one");
+    }
     return {directory, "vyn-profile-viewer", directory};
   }
   return {directoryOf(destination.file), destination.file.filename(), destination.name};
@@ -52,16 +67,17 @@ OutputTarget::OutputTarget(OutputDestination destination, Content content,
     : m_destination(std::move(destination)),
       m_content(content),
       m_existing(existing),
-      m_workFile(makeTempFile(m_destination)) {
-  if (isStream() || m_content == Content::kReplaced) {
-    return;
-  }
-  if (m_content == Content::kContinued) {
-    m_lock.emplace(directoryOf(m_destination.file));
+      m_workFile(makeTempFile(m_destination, content)) {
+  if (!isStream() && m_content == Content::kContinued) {
     copyFoundFile(m_workFile);
-  } else if (m_destination.found && access(m_destination.file.c_str(), R_OK) != 0) {
-    throw HostError(name(), explain(errno));
   }
+}
+
+bool OutputTarget::isStandardOutput() const {
+  struct stat own {};
+  struct stat standard {};
+  return fstat(m_destination.stream.get(), &own) == 0 && fstat(STDOUT_FILENO, &standard) == 0 &&
+         isSameFile(own, standard);
 }
 
 // Whatever is there now: another run may have put it there since the name was looked up.
@@ -79,23 +95,26 @@ void OutputTarget::moveIntoPlace(TempFile& file) const {
   file.moveTo(m_destination.file, m_existing);
 }
 
-// The file is put together beside its place, so that a run that is killed leaves the old one.
-void OutputTarget::deliverAppended() {
-  const DirectoryLock lock(directoryOf(m_destination.file));
-  TempFile whole = makeTempFile(m_destination);
-  copyFoundFile(whole);
-  copyFile(m_workFile.file(), whole.file());
-  moveIntoPlace(whole);
+void OutputTarget::deliverToStream() {
+  const NamedFile stream{m_destination.stream.get(), name()};
+  const MappedFile written(m_workFile.file());
+  if (m_content == Content::kReplaced) {
+    writeAll(stream, written.text().data(), written.text().size());
+  } else {
+    writeForeignText(stream, written.text());
+  }
+  if (const int error = m_destination.stream.close(); error != 0) {
+    throw HostError(name(), explain(error));
+  }
 }
 
 void OutputTarget::deliver() {
-  if (!isStream()) {
-    m_content == Content::kAppended ? deliverAppended() : moveIntoPlace(m_workFile);
-    return;
-  }
-  copyFile(m_workFile.file(), {m_destination.stream.get(), name()});
-  if (const int error = m_destination.stream.close(); error != 0) {
-    throw HostError(name(), explain(error));
+  if (isStream()) {
+    deliverToStream();
+  } else if (m_content == Content::kAppended) {
+    appendToFile(m_destination.file, name(), MappedFile(m_workFile.file()).text());
+  } else {
+    moveIntoPlace(m_workFile);
   }
 }
 

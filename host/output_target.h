@@ -1,9 +1,7 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "directory_lock.h"
 #include "output_destination.h"
 #include "temp_file.h"
 
@@ -29,6 +27,9 @@ class OutputTarget {
   /// True for standard output, devices and pipes, which other text must not get into.
   bool isStream() const { return m_destination.stream.isOpen(); }
 
+  /// True for a stream to where standard output leads.
+  bool isStandardOutput() const;
+
   const TempFile& workFile() const { return m_workFile; }
 
   /// Puts what the reader wrote into its place. Throws HostError, ClosedPipe.
@@ -37,12 +38,11 @@ class OutputTarget {
  private:
   void copyFoundFile(const TempFile& copy) const;
   void moveIntoPlace(TempFile& file) const;
-  void deliverAppended();
+  void deliverToStream();
 
   OutputDestination m_destination;
   Content m_content;
   TempFile::Existing m_existing;
-  std::optional<DirectoryLock> m_lock;  // while what was found must stay as it is
   TempFile m_workFile;
 };
 

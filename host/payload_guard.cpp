@@ -50,7 +50,7 @@ PayloadGuard::PayloadGuard(const LogFile& log, PayloadPlaces places, const Outpu
                            const fs::path& output)
     : m_log(log), m_places(places) {
   if (!log.canBeReadAgain()) {
-    throw HostError(log.path,
+    throw HostError(log.name,
                     "the names of its payloads cannot be looked at before it is read, for it is no "
                     "file; write it to a file, or read it without --payloads");
   }
@@ -61,7 +61,7 @@ PayloadGuard::PayloadGuard(const LogFile& log, PayloadPlaces places, const Outpu
   for (const PayloadName& payload : survey.names) {
     add(payload);
   }
-  limit.check(survey.bytes, "the payloads of " + log.path);
+  limit.check(survey.bytes, "the payloads of " + log.name);
 }
 
 void PayloadGuard::add(const PayloadName& payload) {
@@ -202,6 +202,16 @@ void PayloadGuard::checkWritten() const {
   }
 }
 
+// The name may come from anywhere, so only places that payloads may go to are tried.
+void PayloadGuard::throwUnwritten(const std::string& name) const {
+  for (const auto& [directory, files] : m_targets) {
+    const TempFile probe(directory, "vyn-profile-viewer", name);
+    probeGrowth(probe.file());
+  }
+  throw HostError(name,
+                  "the payload could not be written; look what has this name, and check the disk");
+}
+
 // False when it is no payload.
 bool PayloadGuard::checkNew(const std::string& directory, const std::string& name) const {
   const std::set<std::uint64_t> sizes = sizesOf(directory, name);
@@ -248,7 +258,7 @@ void PayloadGuard::refuseLink(const PayloadName& payload, const std::string& lin
 }
 
 void PayloadGuard::refuse(const PayloadName& payload, const std::string& reason) const {
-  throw HostError(m_log.path, "the payload of event \"" + payload.event + "\", named \"" +
+  throw HostError(m_log.name, "the payload of event \"" + payload.event + "\", named \"" +
                                   shortened(payload.name) + "\", " + reason);
 }
 

@@ -33,6 +33,9 @@ class PayloadGuard {
   /// name has and none could be.
   void checkWritten() const;
 
+  /// Throws HostError with the reason why the payload could not be written to the file `name`.
+  [[noreturn]] void throwUnwritten(const std::string& name) const;
+
  private:
   void add(const PayloadName& payload);
   std::string checkedDirectory(const PayloadName& payload);

@@ -23,6 +23,8 @@ namespace schema = profiling::schema;
 
 using EventVector = flatbuffers::Vector<flatbuffers::Offset<schema::Event>>;
 
+constexpr std::uint64_t kLeastOnDisk = 4096;  // bytes; a block, for even an empty file takes room
+
 constexpr std::size_t kShown = 200;  // bytes of a text in a message
 
 // The listings of the average, the fastest and the slowest execution each write the payload again.
@@ -99,7 +101,8 @@ class Surveyor : public profiling::MessageSink {
     PayloadName& payload = m_survey.names[place];
     payload.sizes.insert(payloadSize(event));
     payload.writes = saturatingSum(payload.writes, writes);
-    const std::uint64_t bytes = saturatingSum(payloadSize(event), payload.name.size());
+    const std::uint64_t bytes =
+        std::max(kLeastOnDisk, saturatingSum(payloadSize(event), payload.name.size()));
     m_survey.bytes = saturatingSum(m_survey.bytes, saturatingProduct(writes, bytes));
   }
 
@@ -148,7 +151,7 @@ PayloadSurvey surveyPayloads(const LogFile& log) {
   } catch (const std::bad_alloc&) {
   } catch (const std::length_error&) {
   }
-  throw HostError(log.path, kNotEnoughMemory);
+  throw HostError(log.name, kNotEnoughMemory);
 }
 
 std::string shortened(std::string_view text) {

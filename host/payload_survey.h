@@ -20,7 +20,8 @@ struct PayloadName {
 
 struct PayloadSurvey {
   std::vector<PayloadName> names;
-  std::uint64_t bytes = 0;  ///< of all files together and of their names, at most
+  std::uint64_t bytes = 0;  ///< of all files together and of their names, at most; 4,096 for
+                            ///< a smaller file
 };
 
 /// Goes through the sound chunks of the log, before any reader does. Every OBJECT event counts,

@@ -54,4 +54,12 @@ std::string readerNames() {
   return names;
 }
 
+std::vector<std::string> readerNameList() {
+  std::vector<std::string> names;
+  for (const ReaderName& reader : kReaderNames) {
+    names.emplace_back(reader.name);
+  }
+  return names;
+}
+
 }  // namespace vyn::host

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vyn::host {
 
@@ -24,5 +25,8 @@ std::optional<ReaderChoice> chooseReader(const std::string& text);
 
 /// The short names, for messages: "json, summary".
 std::string readerNames();
+
+/// The short names.
+std::vector<std::string> readerNameList();
 
 }  // namespace vyn::host

@@ -11,8 +11,10 @@
 #include <string_view>
 
 #include "host_error.h"
+#include "mapped_file.h"
 #include "scratch_directory.h"
 #include "standard_streams.h"
+#include "terminal_text.h"
 
 namespace vyn::host {
 namespace {
@@ -62,6 +64,26 @@ std::string_view withoutLogPrefix(std::string_view line) {
   return level == std::string_view::npos ? line : line.substr(level + kAfterLevel.size());
 }
 
+constexpr std::string_view kUnwritten = "Invalid output fileName: [";
+
+// The name of the file when the reader's logger printed the words at `place`, and not a summary.
+std::optional<std::string> nameOfUnwritten(std::string_view text, std::size_t place) {
+  constexpr std::size_t kLongestPrefix = 64;  // bytes
+  const std::size_t window = place - std::min(place, kLongestPrefix);
+  const std::size_t lineFeed = text.substr(window, place - window).rfind('\n');
+  if (lineFeed == std::string_view::npos && window > 0) {
+    return std::nullopt;
+  }
+  const std::size_t start = lineFeed == std::string_view::npos ? 0 : window + lineFeed + 1;
+  const std::string_view line = text.substr(start, text.find('\n', place) - start);
+  const std::string_view message = withoutLogPrefix(line);
+  if (message.size() == line.size() || !message.starts_with(kUnwritten)) {
+    return std::nullopt;
+  }
+  const std::string_view name = message.substr(kUnwritten.size());
+  return std::string(name.substr(0, name.rfind(']')));
+}
+
 }  // namespace
 
 ReaderOutput::ReaderOutput()
@@ -83,6 +105,18 @@ std::string ReaderOutput::lastLine() const {
   return std::string(withoutLogPrefix(std::string_view(tail).substr(start, end + 1 - start)));
 }
 
+std::optional<std::string> ReaderOutput::unwrittenPayload() const {
+  const MappedFile printed({m_text.get(), kStandardOutputName});
+  const std::string_view text = printed.text();
+  for (std::size_t place = text.find(kUnwritten); place != std::string_view::npos;
+       place = text.find(kUnwritten, place + 1)) {
+    if (auto name = nameOfUnwritten(text, place)) {
+      return name;
+    }
+  }
+  return std::nullopt;
+}
+
 std::uint64_t ReaderOutput::size() const { return sizeOf({m_text.get(), kStandardOutputName}); }
 
 void ReaderOutput::passOn() {
@@ -90,14 +124,15 @@ void ReaderOutput::passOn() {
   if (!std::cout.good() || std::ferror(stdout) != 0) {
     throwCutShort({m_text.get(), kStandardOutputName});
   }
-  copyFile({m_text.get(), kStandardOutputName}, {STDOUT_FILENO, kStandardOutputName});
+  const MappedFile printed({m_text.get(), kStandardOutputName});
+  writeForeignText({STDOUT_FILENO, kStandardOutputName}, printed.text());
 }
 
 void ReaderOutput::passToStandardError() {
   end();
   const std::string name = "standard error";
   try {
-    copyFile({m_text.get(), name}, {STDERR_FILENO, name});
+    writeForeignText({STDERR_FILENO, name}, MappedFile({m_text.get(), name}).text());
   } catch (const HostError&) {
     return;
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "file_descriptor.h"
@@ -25,11 +26,15 @@ class ReaderOutput {
   /// Ends the gathering: from now on standard output is printed to again.
   void end();
 
+  /// The name of the first file that the reader's log says could not be made for a payload.
+  std::optional<std::string> unwrittenPayload() const;
+
   /// How many bytes were printed so far.
   std::uint64_t size() const;
 
-  /// Ends the gathering and writes the text to standard output. Throws HostError when that fails or
-  /// the text was not gathered whole, ClosedPipe when nobody reads it.
+  /// Ends the gathering and writes the text to standard output, to a terminal without what a
+  /// terminal would obey. Throws HostError when that fails or the text was not gathered whole,
+  /// ClosedPipe when nobody reads it.
   void passOn();
 
   /// The same to standard error, where it is no loss when it cannot be written.

@@ -44,8 +44,15 @@ std::optional<PayloadGuard> guardPayloads(const Reading& reading,
 }
 
 // Payloads of other readers may differ from what the log holds.
-void checkPayloads(const std::optional<PayloadGuard>& payloads, OutputKind kind) {
-  if (payloads && kind == OutputKind::kCsvListing) {
+void checkPayloads(const std::optional<PayloadGuard>& payloads, const ReaderOutput& said,
+                   OutputKind kind) {
+  if (!payloads) {
+    return;
+  }
+  if (const auto name = said.unwrittenPayload()) {
+    payloads->throwUnwritten(*name);
+  }
+  if (kind == OutputKind::kCsvListing) {
     payloads->checkWritten();
   }
 }
@@ -78,8 +85,8 @@ void printOutput(const Reading& reading) {
   const auto payloads = guardPayloads(reading, {});
   ReaderOutput said;
   runReader(reading, "", 0, kStandardOutputName, said);
+  checkPayloads(payloads, said, reading.kind);
   said.passOn();
-  checkPayloads(payloads, reading.kind);
   finishStandardOutput();
 }
 
@@ -90,10 +97,17 @@ void writeOutput(const Reading& reading, OutputDestination destination,
   ReaderOutput said;
   runReader(reading, target, said);
   checkDocument(target.workFile().file(), reading.kind, target.name());
-  checkPayloads(payloads, reading.kind);
+  checkPayloads(payloads, said, reading.kind);
+  // Who sees the summary can rely on the listing.
+  const bool isListingFirst = reading.kind == OutputKind::kCsvListing && !target.isStandardOutput();
+  if (isListingFirst) {
+    target.deliver();
+  }
   passOn(said, target, reading.kind);
-  finishStandardOutput();  // first: when it fails, a listing must not have grown
-  target.deliver();
+  finishStandardOutput();  // before a document takes the place of another
+  if (!isListingFirst) {
+    target.deliver();
+  }
 }
 
 }  // namespace vyn::host

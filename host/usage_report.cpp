@@ -1,6 +1,7 @@
 #include "usage_report.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -60,11 +61,35 @@ std::optional<std::string> explainMisspeltVerb(const CLI::App& app, const std::s
   return word + ": no such verb and no such file" + didYouMean(meant);
 }
 
-// The library counts what is missing; there is never more than one.
-std::string explainMissingValue(const CLI::App& verb, const std::string& text) {
-  const std::string name = text.substr(0, text.find(':'));
+// The first word of the command line that found no use.
+std::string explainExtraWord(const CLI::App& app, const std::vector<std::string>& words) {
+  const std::vector<std::string> unused = app.remaining(true);
+  std::size_t first = words.size();
+  for (const std::string& word : unused) {
+    const auto last = std::find(words.rbegin(), words.rend(), word);
+    if (word != "--" && last != words.rend()) {
+      first = std::min<std::size_t>(first, words.rend() - last - 1);
+    }
+  }
+  return "one log at a time; " + (first < words.size() ? words[first] : "a word") +
+         " is one too many";
+}
+
+// The library counts the values that are missing or too many; an option has one.
+std::string explainValueCount(const CLI::App& verb, const std::string& text) {
+  std::string name = text.substr(0, text.find_first_of(": "));
+  if (!name.starts_with('-')) {
+    name = "--" + name;  // as of a flag with a value
+  }
   const CLI::Option* option = verb.get_option_no_throw(name);
-  return option == nullptr ? text : name + " needs " + option->get_type_name() + " behind it";
+  if (option == nullptr) {
+    return text;
+  }
+  if (option->get_expected_max() == 0) {
+    return name + " takes no value";
+  }
+  return option->count() > 1 ? name + " is given twice"
+                             : name + " needs " + option->get_type_name() + " behind it";
 }
 
 }  // namespace
@@ -77,12 +102,11 @@ std::string explainUsage(const CLI::App& app, const CLI::ParseError& error,
     return explainUnknownOption(verb, *option);
   }
   if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr && !words.empty()) {
-    if (const auto explanation = explainMisspeltVerb(app, words.front())) {
-      return *explanation;
-    }
+    const auto explanation = explainMisspeltVerb(app, words.front());
+    return explanation ? *explanation : explainExtraWord(app, words);
   }
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
-    return explainMissingValue(verb, error.what());
+    return explainValueCount(verb, error.what());
   }
   return error.what();
 }

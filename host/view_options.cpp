@@ -1,18 +1,40 @@
 #include "view_options.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
+#include <system_error>
 
 #include "option_scope.h"
 #include "reader_names.h"
+#include "spelling.h"
 
 namespace vyn::host {
 namespace {
 
 // The texts with which validators refuse; empty when all is well.
 std::string checkReader(const std::string& text) {
-  return chooseReader(text) ? ""
-                            : "no reader is named " + text + " (there are " + readerNames() +
-                                  "; a library's path needs a /)";
+  if (chooseReader(text)) {
+    return "";
+  }
+  const auto meant = findMeant(CLI::detail::to_lower(text), readerNameList());
+  return "no reader is named " + text +
+         (meant ? " (did you mean " + *meant + "?" : " (there are " + readerNames()) +
+         "; a library's path needs a /)";
+}
+
+std::string checkLog(const std::string& text) {
+  return text.empty() ? "the name of the log is empty" : "";
+}
+
+std::string checkLevel(const std::string& text) {
+  int level = 0;
+  const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), level);
+  const bool isWhole = problem == std::errc() && end == text.data() + text.size();
+  return isWhole && level >= ViewOptions::kMinLevel && level <= ViewOptions::kMaxLevel
+             ? ""
+             : "'" + text + "' is not a whole number from " +
+                   std::to_string(ViewOptions::kMinLevel) + " to " +
+                   std::to_string(ViewOptions::kMaxLevel);
 }
 
 void addReader(CLI::App& commandLine, ViewOptions& options) {
@@ -27,7 +49,7 @@ void addReader(CLI::App& commandLine, ViewOptions& options) {
                   "Take messages of a lower visibility level than this (summary)")
       ->type_name("N")
       ->capture_default_str()
-      ->check(CLI::Range(ViewOptions::kMinLevel, ViewOptions::kMaxLevel));
+      ->check(checkLevel);
 }
 
 constexpr char kOutputPurpose[] =
@@ -38,11 +60,14 @@ constexpr char kOutputPurpose[] =
 
 CLI::Option* addPayloads(CLI::App& commandLine, ViewOptions& options) {
   CLI::Option* payloads =
-      commandLine.add_flag("--payloads", options.payloads,
-                           "Write object payloads to files in the current directory (summary)");
+      commandLine
+          .add_flag("--payloads", options.payloads,
+                    "Write object payloads to files in the current directory (summary)")
+          ->disable_flag_override();
   commandLine
       .add_flag("--payloads-anywhere", options.payloadsAnywhere,
                 "Let payloads leave the current directory and go through symbolic links")
+      ->disable_flag_override()
       ->needs(payloads);
   return payloads;
 }
@@ -53,15 +78,19 @@ std::shared_ptr<ViewOptions> declareViewOptions(CLI::App& commandLine) {
   auto options = std::make_shared<ViewOptions>();
   commandLine.add_option("LOG", options->log, "The profiling log; - is standard input")
       ->type_name("")
-      ->required();
+      ->required()
+      ->check(checkLog);
   CLI::Option* output = addOutputOptions(commandLine, options->output, kOutputPurpose);
   addReader(commandLine, *options);
   CLI::Option* payloads = addPayloads(commandLine, *options);
   commandLine.add_flag("--header", options->header, "Print only the log's header (summary)")
+      ->disable_flag_override()
       ->excludes(output)
-      ->excludes(payloads);
+      ->excludes(payloads)
+      ->excludes(commandLine.get_option("--max-output"));
   commandLine.final_callback([&commandLine, options] {
     refuseIgnoredOptions(commandLine, chooseReader(options->reader).value().output);
+    refuseForceWithoutFile(commandLine, options->log);
   });
   return options;
 }

@@ -77,6 +77,15 @@ TEST_F(BadLogTest, ACutChunkIsDamage) {
                                offset);
 }
 
+TEST_F(BadLogTest, AFirstChunkThatIsCutIsSaid) {
+  const std::string log = smallLog();
+  write("run.log", log.substr(0, 60));
+  expectRefused("run.log",
+                "run.log: not a profiling log, or one that ends inside its first chunk: 56 of " +
+                    std::to_string(log.size() - 4) +
+                    " bytes are there; copy the log again, or give one that vyn-net-run wrote");
+}
+
 TEST_F(BadLogTest, TheWholePartThatTheHintKeepsIsReadable) {
   write("run.log", makeChunk({""}) + "damage, 20 bytes.");
   EXPECT_EQ(run({"run.log"}).exitStatus, 1);

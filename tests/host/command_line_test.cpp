@@ -42,7 +42,7 @@ constexpr const char* kViewOptions[] = {"-o,--output", "-r,--reader", "-l,--leve
 TEST_F(CommandLineTest, HelpShowsWhatACommandLineWithoutAVerbTakes) {
   const ProgramResult result = run({"--help"});
   EXPECT_THAT(result.output, HasSubstr("\nUsage: vyn-profile-viewer [view] LOG [options]\n"));
-  EXPECT_THAT(result.output, HasSubstr("\n  LOG REQUIRED "));
+  EXPECT_THAT(result.output, HasSubstr("\n  LOG  "));
   for (const char* option : kViewOptions) {
     EXPECT_THAT(result.output, HasSubstr(std::string("\n  ") + option));
   }
@@ -86,7 +86,7 @@ TEST_F(CommandLineTest, ALogNamedLikeAnOptionFollowsTwoDashes) {
 TEST_F(CommandLineTest, ALogIsRequired) { expectUsageError({}, "LOG is required"); }
 
 TEST_F(CommandLineTest, ASecondLogIsRefused) {
-  expectUsageError({"a.log", "b.log"}, "The following argument was not expected: b.log");
+  expectUsageError({"a.log", "b.log"}, "one log at a time; b.log is one too many");
 }
 
 TEST_F(CommandLineTest, AnUnknownOptionIsRefused) {
@@ -119,15 +119,16 @@ TEST_F(CommandLineTest, TheVerbThatWasMeantIsNamedUnlessAFileHasItsName) {
   expectUsageError({"viwe", "run.log"}, "viwe: no such verb and no such file (did you mean view?)");
   expectUsageError({"veiw", "run.log", "-o", "x"},
                    "veiw: no such verb and no such file (did you mean view?)");
-  expectUsageError({"a.log", "run.log"}, "The following argument was not expected: run.log");
-  expectUsageError({"view", "view", "run.log"}, "The following argument was not expected: run.log");
+  expectUsageError({"a.log", "run.log"}, "one log at a time; run.log is one too many");
+  expectUsageError({"view", "view", "run.log"}, "one log at a time; run.log is one too many");
   write("viwe", smallLog());
-  expectUsageError({"viwe", "run.log"}, "The following argument was not expected: run.log");
+  expectUsageError({"viwe", "run.log"}, "one log at a time; run.log is one too many");
 }
 
 TEST_F(CommandLineTest, AnOutputWithoutAFileIsRefused) {
   expectUsageError({"a.log", "-o"}, "--output needs FILE behind it");
   expectUsageError({"a.log", "--output="}, "--output needs FILE behind it");
+  expectUsageError({"a.log", "-l"}, "--level needs N behind it");
   expectUsageError({"a.log", "-r"}, "--reader needs NAME|PATH behind it");
   expectUsageError({"a.log", "-o", "--header", "-r", "summary"},
                    "--output: needs FILE before --header; a file of this name is given as "
@@ -145,10 +146,67 @@ TEST_F(CommandLineTest, OptionsThatTheReaderIgnoresAreRefused) {
                    "--header: has no effect on a JSON document; add --reader summary");
 }
 
+TEST_F(CommandLineTest, OptionsThatNothingIsLeftForAreRefused) {
+  expectUsageError({"-", "--force"},
+                   "--force: has no effect on a log from standard input, whose document goes to "
+                   "standard output");
+  EXPECT_EQ(run({"a.log", "-r", "summary", "--header", "--max-output", "100"}).exitStatus, 2);
+}
+
+TEST_F(CommandLineTest, AnOptionGivenTwiceIsNamed) {
+  const std::vector<std::vector<std::string>> calls = {{"--reader", "-r", "json", "-r", "summary"},
+                                                       {"--output", "-o", "x", "--output", "y"},
+                                                       {"--level", "-l", "1", "-l2"},
+                                                       {"--output", "-o", "x", "-o", "x"}};
+  for (std::vector<std::string> words : calls) {
+    const std::string name = std::exchange(words.front(), "a.log");
+    expectUsageError(words, name + " is given twice");
+  }
+}
+
 TEST_F(CommandLineTest, AnUnknownReaderNameIsRefused) {
   expectUsageError({"a.log", "-r", "xml"},
                    "--reader: no reader is named xml (there are json, summary; a library's path "
                    "needs a /)");
+}
+
+TEST_F(CommandLineTest, TheReaderThatWasMeantIsNamed) {
+  for (const auto& [word, meant] : std::vector<std::pair<std::string, std::string>>{
+           {"sumary", "summary"}, {"JSON", "json"}, {"Summary", "summary"}}) {
+    expectUsageError({"a.log", "-r", word}, "--reader: no reader is named " + word +
+                                                " (did you mean " + meant +
+                                                "?; a library's path needs a /)");
+  }
+}
+
+TEST_F(CommandLineTest, WordsBehindTwoDashesAreLogs) {
+  expectUsageError({"--", "run.log", "-o", "x"}, "one log at a time; -o is one too many");
+}
+
+TEST_F(CommandLineTest, TheOptionOfAWordThatOthersKnowIsNamed) {
+  for (const std::string word : {"help", "version"}) {
+    const ProgramResult result = run({word});
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_EQ(result.errors,
+              ownLine(word + ": no such verb and no such file (did you mean --" + word + "?)"));
+  }
+}
+
+TEST_F(CommandLineTest, AnEmptyLogNameIsRefused) {
+  expectUsageError({""}, "LOG: the name of the log is empty");
+}
+
+TEST_F(CommandLineTest, FlagsTakeNoValue) {
+  for (const std::string flag : {"--payloads", "--payloads-anywhere", "--header", "--force"}) {
+    expectUsageError({"a.log", "-r", "summary", flag + "=false"}, flag + " takes no value");
+  }
+}
+
+TEST_F(CommandLineTest, HelpIsInWordsForUsers) {
+  const std::string text = run({"--help"}).output + run({"view", "--help"}).output;
+  for (const char* word : {"REQUIRED", "INT", "Excludes", "Needs"}) {
+    EXPECT_THAT(text, testing::Not(HasSubstr(word)));
+  }
 }
 
 TEST_F(CommandLineTest, AnEmptyOutputNameIsRefused) {
@@ -156,9 +214,13 @@ TEST_F(CommandLineTest, AnEmptyOutputNameIsRefused) {
 }
 
 TEST_F(CommandLineTest, LevelsOutsideASignedByteAreRefused) {
-  expectUsageError({"a.log", "-l", "128"}, "--level: Value 128 not in range -128 to 127");
-  expectUsageError({"a.log", "-l", "-129"}, "--level: Value -129 not in range -128 to 127");
-  EXPECT_EQ(run({"a.log", "-l", "many"}).exitStatus, 2);
+  expectUsageError({"a.log", "-l", "128"}, "--level: '128' is not a whole number from -128 to 127");
+  expectUsageError({"a.log", "-l", "-129"},
+                   "--level: '-129' is not a whole number from -128 to 127");
+  for (const std::string text : {"many", "3.5", "", "0x1", "99999999999"}) {
+    expectUsageError({"a.log", "-l", text},
+                     "--level: '" + text + "' is not a whole number from -128 to 127");
+  }
 }
 
 TEST_F(CommandLineTest, TheHeaderAloneExcludesOtherOutput) {

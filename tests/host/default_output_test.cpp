@@ -42,6 +42,22 @@ TEST_F(DefaultOutputTest, AnOlderDocumentOfTheSameLogIsReplaced) {
   EXPECT_THAT(read("run.log.json"), HasSubstr("\"./a/run.log\""));
 }
 
+TEST_F(DefaultOutputTest, ADocumentNamesItsLogWhateverThePathNeedsToBeWritten) {
+  const std::string folder = std::string("q\"b\\s\n\x01") + "ü" + std::string(200, '\x02');
+  fs::create_directory(directory() / folder);
+  write(folder + "/run.log", smallLog());
+  ASSERT_EQ(run({folder + "/run.log"}).exitStatus, 0);
+  EXPECT_EQ(run({folder + "/run.log"}).exitStatus, 0);
+  expectKept(read("run.log.json"), {"a/run.log"});
+}
+
+TEST_F(DefaultOutputTest, ADocumentThatNamesNoLogIsKept) {
+  write("a/run.log", makeChunk({""}));
+  ASSERT_EQ(run({"a/run.log"}).exitStatus, 0);
+  expectKept(read("run.log.json"), {"a/run.log"});
+  EXPECT_EQ(run({"a/run.log", "--force"}).exitStatus, 0);
+}
+
 TEST_F(DefaultOutputTest, WhatIsNoDocumentIsKept) {
   for (const std::string content : {"", "notes\n", "{\n    \"messages\": []\n}\n"}) {
     write("run.log.json", content);

@@ -93,8 +93,9 @@ TEST_F(FaultTest, ALogThatShrinksWhileItIsReadIsDamaged) {
     const ProgramResult result = runWith({"shrink", "run.log", kOneByte, kSecondRead},
                                          {"run.log", "-o", "out.json", "--reader", reader});
     EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_THAT(result.errors, HasSubstr("run.log: not a profiling log, or damaged from its first "
-                                         "chunk on; give a log that vyn-net-run wrote"));
+    EXPECT_THAT(result.errors,
+                HasSubstr("run.log: not a profiling log, or one that ends inside its first "
+                          "chunk: 996 of "));
     expectOldOutput();
   }
 }
@@ -133,6 +134,34 @@ TEST_F(FaultTest, LateErrorsKeepTheOldOutput) {
         runWith({"fsync", "out.json", EIO}, {"run.log", "-o", "out.json", "--reader", reader}),
         FailsWith(explanation));
     expectOldOutput();
+  }
+}
+
+// The file's own name has a slash before it; the program's work file is ".out.json.XXXXXX".
+TEST_F(FaultTest, AListingThatCannotBeAddedWholeIsTakenBack) {
+  const std::string explanation = "out.json: Input/output error; check the file and its place";
+  write("run.log", logWithDocumentOver(1'000));
+  for (const Fault& fault : {Fault{"write", "/out.json", EIO}, Fault{"write", "/out.json", EIO, 2},
+                             Fault{"fsync", "/out.json", EIO}}) {
+    const ProgramResult result = runWith(fault, {"run.log", "-r", "summary", "-o", "out.json"});
+    EXPECT_THAT(result, FailsWith(explanation));
+    EXPECT_EQ(result.output, "");
+    expectOldOutput();
+  }
+  std::filesystem::remove(directory() / "out.json");
+  EXPECT_THAT(runWith({"write", "/out.json", EIO}, {"run.log", "-r", "summary", "-o", "out.json"}),
+              FailsWith(explanation));
+  EXPECT_THAT(names(), ElementsAre("run.log"));
+}
+
+TEST_F(FaultTest, AddingByteByByteOrWithInterruptionsGivesTheSameListing) {
+  ASSERT_THAT(run({"run.log", "-r", "summary", "-o", "one.csv"}), SucceedsQuietly());
+  for (const int error : {kOneByte, EINTR}) {
+    write("out.json", "old");
+    EXPECT_THAT(
+        runWith({"write", "/out.json", error}, {"run.log", "-r", "summary", "-o", "out.json"}),
+        SucceedsQuietly());
+    EXPECT_EQ(read("out.json"), "old\n" + read("one.csv"));
   }
 }
 

@@ -27,6 +27,12 @@ class MisbehavingReader : public ProfileLogReader {
     throwIf("throws_writing");
     std::ofstream(outputFileName) << (m_behaviour == "stops_early" ? "{\n    \"mess" : "text");
     if (m_behaviour == "prints") std::cout << "written\n";
+    if (m_behaviour == "fails_a_payload") {
+      std::cout << "\n    12.3ms [ ERROR ] Invalid output fileName: [a\x1b.bin]\n";
+    }
+    if (m_behaviour == "shows_a_payload") {
+      std::cout << "Graph 0 (Invalid output fileName: [a.bin])\nInvalid output fileName: [b]\n";
+    }
     if (m_behaviour == "fails_to_write_loudly") std::puts("no room here");
     return m_behaviour != "fails_to_write" && m_behaviour != "fails_to_write_loudly";
   }

@@ -70,6 +70,23 @@ TEST_F(OpenOutputTest, AClosedDescriptorIsRefused) {
               FailsWith("/dev/fd/9: is closed; open it or choose another output"));
 }
 
+TEST_F(OpenOutputTest, ADescriptorForReadingIsRefused) {
+  EXPECT_THAT(runWith("3<run.log", {"-o", "/dev/fd/3"}),
+              FailsWith("/dev/fd/3: is open for reading only; open it for writing (3>FILE)"));
+}
+
+TEST_F(OpenOutputTest, WhatIsNoDescriptorIsRefused) {
+  for (const std::string name : {"/dev/fd/3x", "/dev/fd/99999999999"}) {
+    EXPECT_THAT(run({"run.log", "-o", name}),
+                FailsWith(name + ": names no open file; give the number of one, as in /dev/fd/3"));
+  }
+}
+
+TEST_F(OpenOutputTest, AScratchDirectoryThatIsNotThereIsNamed) {
+  EXPECT_THAT(runInShell("TMPDIR=/nonexist \"$0\" \"$@\"", {"run.log", "-o", "-"}),
+              FailsWith("/nonexist: is no directory, though TMPDIR names it; set TMPDIR to one"));
+}
+
 TEST_F(OpenOutputTest, StandardErrorIsWrittenNotReplaced) {
   const std::string expected = document();
   for (const std::string name : {"/dev/stderr", "out.txt"}) {

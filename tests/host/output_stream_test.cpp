@@ -77,15 +77,16 @@ TEST_F(OutputStreamTest, AReaderThatGoesAwayEndsTheProgramQuietly) {
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 
-TEST_F(OutputStreamTest, AListingDoesNotGrowWhenNobodyReadsTheSummary) {
-  write("out.csv", "kept\n");
+TEST_F(OutputStreamTest, AListingIsWholeWhenNobodyReadsTheSummary) {
+  ASSERT_THAT(run({"run.log", "-r", "summary", "-o", "one.csv"}), SucceedsQuietly());
   for (const std::string limit : {"none", "1GiB"}) {
+    write("out.csv", "kept\n");
     const ProgramResult result =
         runInShell("{ sleep 0.1; \"$0\" \"$@\"; echo \"status $?\" >&2; } | :",
                    {"run.log", "-r", "summary", "-o", "out.csv", "--max-output", limit});
     EXPECT_EQ(result.errors, kStatusOfClosedPipe) << limit;
-    EXPECT_EQ(read("out.csv"), "kept\n");
-    EXPECT_THAT(names(), ElementsAre("out.csv", "run.log"));
+    EXPECT_EQ(read("out.csv"), "kept\n" + read("one.csv"));
+    EXPECT_THAT(names(), ElementsAre("one.csv", "out.csv", "run.log"));
   }
 }
 

@@ -1,8 +1,10 @@
 // What is done about the names that a log gives its payloads, before any is written.
 
+#include <profile_log_generated.h>
 #include <sys/stat.h>
 
 #include "host/nobody_fixture.h"
+#include "support/json_log.h"
 
 namespace vyn::test {
 namespace {
@@ -218,6 +220,55 @@ TEST_F(PayloadNamesTest, CountTogetherWithTheirPayloadsForTheLimit) {
   write("run.log", logWithPayload("x.bin"));
   EXPECT_THAT(runIn(".", {"--max-output", "6"}).errors,
               HasSubstr("the payloads of run.log: the output is larger than 6 bytes"));
+  EXPECT_THAT(names(), ElementsAre("run.log"));
+}
+
+// However small a payload is, its file takes room; a small log may name very many.
+TEST_F(PayloadNamesTest, CountAtLeastABlockForEachFile) {
+  std::string events;
+  for (int i = 0; i < 10; ++i) {
+    events += (i == 0 ? "" : ",") + payloadEvent("x.bin");
+  }
+  write("run.log", makeChunk({"profilingEvents: [" + events + "]"}, "BACKEND_FINALIZE"));
+  EXPECT_THAT(runIn(".", {"--max-output", "40959"}).errors,
+              HasSubstr("the payloads of run.log: the output is larger than 40959 bytes"));
+  EXPECT_THAT(names(), ElementsAre("run.log"));
+  EXPECT_THAT(runIn(".", {"--max-output", "40960"}), SucceedsQuietly());
+}
+
+// A payload of a top-level event is written once more for each of its sub-events.
+std::string logOfVeryManyFiles() {
+  namespace schema = profiling::schema;
+  constexpr std::size_t kCount = 600;
+  flatbuffers::FlatBufferBuilder builder;
+  const auto name = builder.CreateString("x.bin");
+  schema::EventBuilder subEvent(builder);
+  const auto below = subEvent.Finish();
+  const auto subEvents =
+      builder.CreateVector(std::vector<flatbuffers::Offset<schema::Event>>(kCount, below));
+  schema::EventBuilder event(builder);
+  event.add_unit(schema::EventUnit::OBJECT);
+  event.add_secondaryName(name);
+  event.add_subEvents(subEvents);
+  const auto above = event.Finish();
+  const auto events =
+      builder.CreateVector(std::vector<flatbuffers::Offset<schema::Event>>(kCount, above));
+  const auto header = schema::CreateMessageHeader(builder);
+  const auto metrics = schema::CreateAppMetrics(builder);
+  const auto message = schema::CreateMessage(builder, header, schema::MethodType::BACKEND_EXECUTE,
+                                             metrics, 0, events);
+  builder.Finish(schema::CreateProfileLog(builder, 0, builder.CreateVector({message})));
+  return framed({reinterpret_cast<const char*>(builder.GetBufferPointer()), builder.GetSize()});
+}
+
+TEST_F(PayloadNamesTest, ASmallLogCannotFillTheDiskWithFiles) {
+  write("run.log", logOfVeryManyFiles());
+  const ProgramResult result = runInShell("timeout --signal=KILL 2 \"$0\" \"$@\"",
+                                          {"run.log", "-r", "summary", "--payloads"});
+  EXPECT_THAT(result,
+              FailsWith("the payloads of run.log: the output is larger than 1073741824 bytes, far "
+                        "more than such a log should give; if you trust the log, give more with "
+                        "--max-output SIZE or --max-output none"));
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 

@@ -41,6 +41,22 @@ TEST_F(PayloadWritingTest, AWholePayloadIsAllThatIsAsked) {
   }
 }
 
+// A reader from elsewhere that says so, and a summary that only looks like it.
+TEST_F(PayloadWritingTest, WhatTheReaderSaysOfItIsAFailure) {
+  write("fails_a_payload", "");
+  const std::vector<std::string> words = {"fails_a_payload", "-r", VYN_MISBEHAVING_READER};
+  EXPECT_EQ(run(words).exitStatus, 0);
+  std::vector<std::string> withPayloads = words;
+  withPayloads.insert(withPayloads.end(), {"--payloads"});
+  const ProgramResult result = run(withPayloads);
+  EXPECT_THAT(result, FailsWith("a\\x1b.bin: the payload could not be written; look what has this "
+                                "name, and check the disk"));
+  EXPECT_EQ(result.output, "");
+  write("shows_a_payload", "");
+  withPayloads.front() = "shows_a_payload";
+  EXPECT_EQ(run(withPayloads).exitStatus, 0);
+}
+
 class FullDiskPayloadTest : public PayloadWritingTest {
  protected:
   void SetUp() override {
@@ -84,7 +100,22 @@ TEST_F(FullDiskPayloadTest, AMissingPayloadIsNoticed) {
     write(name, "");
   }
   EXPECT_THAT(runOnDisk("../out.csv"),
-              FailsWith(".: disk full; free some space or choose another place"));
+              FailsWith("x.bin: disk full; free some space or choose another place"));
+  EXPECT_FALSE(fs::exists(directory() / "out.csv"));
+}
+
+// One of the name is there, so that counting names misses nothing.
+TEST_F(FullDiskPayloadTest, APayloadMissingAmongOthersOfItsNameIsNoticed) {
+  const std::string event = R"({identifier: "blob", unit: OBJECT, valueType: RAW_DATA,
+                                secondaryName: "x.bin", rawData: [1]})";
+  write("run.log",
+        makeChunk({"profilingEvents: [" + event + "," + event + "]"}, "BACKEND_FINALIZE"));
+  for (const std::string name : {"disk/1", "disk/2"}) {
+    write(name, "");
+  }
+  const ProgramResult result = runOnDisk("../out.csv");
+  EXPECT_THAT(result, FailsWith("x_1.bin: disk full; free some space or choose another place"));
+  EXPECT_EQ(result.output, "");
   EXPECT_FALSE(fs::exists(directory() / "out.csv"));
 }
 

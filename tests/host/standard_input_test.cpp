@@ -45,6 +45,14 @@ TEST_F(StandardInputTest, TheSummaryTakesItToo) {
   EXPECT_THAT(result.output, StartsWith("Input Log File Location: /dev/stdin\n"));
 }
 
+TEST_F(StandardInputTest, ItsPayloadsAreNotWritten) {
+  EXPECT_THAT(
+      runInShell("cat run.log | \"$0\" \"$@\"", {"-", "-r", "summary", "--payloads"}),
+      FailsWith("standard input: the names of its payloads cannot be looked at before it is "
+                "read, for it is no file; write it to a file, or read it without "
+                "--payloads"));
+}
+
 TEST_F(StandardInputTest, AFileOfThatNameIsReachedByAPath) {
   write("-", smallLog());
   EXPECT_THAT(run({"./-", "-o", "out.json"}), SucceedsQuietly());

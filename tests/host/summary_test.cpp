@@ -65,7 +65,7 @@ TEST_F(SummaryTest, PayloadsAreWrittenOnlyWhenAskedFor) {
   EXPECT_EQ(read("blob.bin"), "bytes");
 }
 
-TEST_F(SummaryTest, AClosedOrFullStandardOutputFailsAndTheListingDoesNotGrow) {
+TEST_F(SummaryTest, AClosedOrFullStandardOutputFailsBehindTheListing) {
   write("run.log", smallLog());
   write("out.csv", "kept\n");
   ProgramCall full = call({"run.log", "-r", "summary", "-o", "out.csv"});
@@ -74,8 +74,16 @@ TEST_F(SummaryTest, AClosedOrFullStandardOutputFailsAndTheListingDoesNotGrow) {
                                           "another place"));
   EXPECT_THAT(runInShell("exec \"$0\" \"$@\" >&-", {"run.log", "-r", "summary", "-o", "out.csv"}),
               FailsWith("standard output: is closed; open it or choose another output"));
-  EXPECT_EQ(read("out.csv"), "kept\n");
-  EXPECT_THAT(names(), ElementsAre("out.csv", "run.log"));
+  ASSERT_THAT(run({"run.log", "-r", "summary", "-o", "one.csv"}), SucceedsQuietly());
+  EXPECT_EQ(read("out.csv"), "kept\n" + read("one.csv") + read("one.csv"));
+  EXPECT_THAT(names(), ElementsAre("one.csv", "out.csv", "run.log"));
+}
+
+TEST_F(SummaryTest, IsNotPrintedWhenTheListingFails) {
+  write("run.log", smallLog());
+  const ProgramResult result = run({"run.log", "-r", "summary", "-o", "/dev/full"});
+  EXPECT_THAT(result, FailsWith("/dev/full: disk full; free some space or choose another place"));
+  EXPECT_EQ(result.output, "");
 }
 
 TEST_F(SummaryTest, WhatTheReaderPrintsWhileReadingComesFirst) {
@@ -84,6 +92,41 @@ TEST_F(SummaryTest, WhatTheReaderPrintsWhileReadingComesFirst) {
   const ProgramResult result = run({"run.log", "-r", "summary"});
   EXPECT_THAT(result, SucceedsQuietly());
   EXPECT_LT(result.output.find("queue-wait"), result.output.find("Input Log File Location"));
+}
+
+constexpr char kHostileName[] =
+    R"(profilingEvents: [{identifier: "\u001b[31mred\t\u009bü", unit: COUNT}])";
+
+TEST_F(SummaryTest, OnATerminalControlCharactersAreShownNotSent) {
+  write("run.log", makeChunk({kHostileName}));
+  const std::string shown = "    Backend (\\x1b[31mred\\x09\\xc2\\x9bü): ";
+  const ProgramResult summary =
+      runInShell("script --quiet --return --command \"'$0' run.log -r summary\" /dev/null", {});
+  EXPECT_THAT(summary.output, HasSubstr(shown));
+  EXPECT_THAT(summary.output, Not(HasSubstr("\x1b")));
+  const ProgramResult listing = runInShell(
+      "script --quiet --return --command \"'$0' run.log -r summary -o -\" /dev/null", {});
+  EXPECT_THAT(listing.output, HasSubstr(",ROOT,\\x1b[31mred\\x09"));
+  EXPECT_THAT(listing.output, Not(HasSubstr("\x1b")));
+}
+
+TEST_F(SummaryTest, AnywhereElseItIsPassedOnByteForByte) {
+  write("run.log", makeChunk({kHostileName}));
+  EXPECT_THAT(run({"run.log", "-r", "summary"}).output,
+              HasSubstr("    Backend (\x1b[31mred\t\xc2\x9bü): "));
+}
+
+// Longer than what is shown at once.
+TEST_F(SummaryTest, OnATerminalCharactersStayWhole) {
+  std::string name;
+  for (int i = 0; i < 100'000; ++i) {
+    name += "€";
+  }
+  write("run.log", makeChunk({R"(profilingEvents: [{identifier: ")" + name + "\"}]"}));
+  const ProgramResult result =
+      runInShell("script --quiet --return --command \"'$0' run.log -r summary\" /dev/null", {});
+  EXPECT_THAT(result.output, HasSubstr("    Backend (" + name + "): "));
+  EXPECT_THAT(result.output, Not(HasSubstr("\\x")));
 }
 
 using HeaderTest = HostTest;
