@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <vector>
 
-#include "input/log_walk.h"
 #include "input/flat_buffer_reader_util.h"
+#include "input/log_walk.h"
 
 namespace vyn::profiling {
 

@@ -14,6 +14,8 @@
 #include "host_error.h"
 #include "log_diagnosis.h"
 #include "log_file.h"
+#include "log_option.h"
+#include "option_scope.h"
 #include "output_destination.h"
 #include "output_options.h"
 #include "output_target.h"
@@ -93,13 +95,13 @@ std::function<void()> declareExport(CLI::App& commandLine) {
       ->type_name("")
       ->required()
       ->check(CLI::IsMember({kJsonFormat}));
-  commandLine.add_option("LOG", options->log, "The profiling log; - is standard input")
-      ->type_name("")
-      ->required();
+  addLogOption(commandLine, options->log);
   addOutputOptions(commandLine, options->output,
                    "Where to write, - for standard output. Without it: to LOG's name with .json in "
                    "the current directory, unless something else than LOG's document is there, or "
                    "to standard output when LOG is -");
+  commandLine.final_callback(
+      [&commandLine, options] { refuseForceWithoutFile(commandLine, options->log); });
   return [options] { exportLog(*options); };
 }
 

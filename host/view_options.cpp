@@ -4,6 +4,7 @@
 #include <charconv>
 #include <system_error>
 
+#include "log_option.h"
 #include "option_scope.h"
 #include "reader_names.h"
 #include "spelling.h"
@@ -20,10 +21,6 @@ std::string checkReader(const std::string& text) {
   return "no reader is named " + text +
          (meant ? " (did you mean " + *meant + "?" : " (there are " + readerNames()) +
          "; a library's path needs a /)";
-}
-
-std::string checkLog(const std::string& text) {
-  return text.empty() ? "the name of the log is empty" : "";
 }
 
 std::string checkLevel(const std::string& text) {
@@ -76,10 +73,7 @@ CLI::Option* addPayloads(CLI::App& commandLine, ViewOptions& options) {
 
 std::shared_ptr<ViewOptions> declareViewOptions(CLI::App& commandLine) {
   auto options = std::make_shared<ViewOptions>();
-  commandLine.add_option("LOG", options->log, "The profiling log; - is standard input")
-      ->type_name("")
-      ->required()
-      ->check(checkLog);
+  addLogOption(commandLine, options->log);
   CLI::Option* output = addOutputOptions(commandLine, options->output, kOutputPurpose);
   addReader(commandLine, *options);
   CLI::Option* payloads = addPayloads(commandLine, *options);

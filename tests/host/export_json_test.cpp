@@ -169,6 +169,12 @@ TEST_F(ExportJsonTest, IsNamedWhereADocumentWouldNotFitIntoMemory) {
   EXPECT_THAT(result.errors, HasSubstr("; write it with vyn-profile-viewer export json, "));
 }
 
+TEST_F(ExportJsonTest, RefusesWhatHasNoUse) {
+  EXPECT_EQ(run({"export", "json", "-", "--force"}).exitStatus, 2);
+  EXPECT_EQ(run({"export", "json", ""}).exitStatus, 2);
+  EXPECT_EQ(run({"export", "json", "run.log", "-o", "out.json", "--force"}).exitStatus, 2);
+}
+
 TEST_F(ExportJsonTest, SaysWhichFormatsThereAre) {
   const ProgramResult result = run({"export", "xml", "run.log"});
   EXPECT_EQ(result.exitStatus, 2);
