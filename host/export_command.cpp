@@ -89,12 +89,18 @@ void exportLog(const ExportOptions& options) {
   reportLine("wrote " + name);
 }
 
+// The text with which it is refused; empty when all is well.
+std::string checkFormat(const std::string& text) {
+  return text == kJsonFormat ? ""
+                             : "no format is named " + text + " (there is " + kJsonFormat + ")";
+}
+
 std::function<void()> declareExport(CLI::App& commandLine) {
   const auto options = std::make_shared<ExportOptions>();
   commandLine.add_option("FORMAT", options->format, "json: the document that view writes")
       ->type_name("")
       ->required()
-      ->check(CLI::IsMember({kJsonFormat}));
+      ->check(checkFormat);
   addLogOption(commandLine, options->log);
   addOutputOptions(commandLine, options->output,
                    "Where to write, - for standard output. Without it: to LOG's name with .json in "

@@ -178,7 +178,8 @@ TEST_F(ExportJsonTest, RefusesWhatHasNoUse) {
 TEST_F(ExportJsonTest, SaysWhichFormatsThereAre) {
   const ProgramResult result = run({"export", "xml", "run.log"});
   EXPECT_EQ(result.exitStatus, 2);
-  EXPECT_THAT(result.errors, HasSubstr("json"));
+  EXPECT_EQ(result.errors, ownLine("FORMAT: no format is named xml (there is json); see "
+                                   "vyn-profile-viewer --help"));
   EXPECT_EQ(run({"export", "json"}).exitStatus, 2);
 }
 
