@@ -145,7 +145,7 @@ TEST_F(ListingFileTest, MayBeInADirectoryThatMayNotBeWrittenOrRead) {
   setMode("run.log", 0600);
   fs::create_directory(directory() / "sub");
   setMode("scratch", 0700);
-  for (const mode_t mode : {0333, 0555}) {
+  for (const mode_t mode : {0333U, 0555U}) {
     write("sub/out.csv", "kept\n");
     setMode("sub/out.csv", 0600);
     setMode("sub", mode);

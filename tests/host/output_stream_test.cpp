@@ -9,7 +9,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 class OutputStreamTest : public HostTest {
  protected:
