@@ -20,7 +20,6 @@
 #include "output_options.h"
 #include "output_target.h"
 #include "text_files.h"
-#include "write_behind.h"
 
 namespace vyn::host {
 namespace {
@@ -35,9 +34,8 @@ struct ExportOptions {
 
 void writeDocument(const LogFile& log, const NamedFile& file, const OutputLimit& limit) {
   TextFile text(file, limit);
-  WriteBehind written(text);
   SpoolFile spool(limit);
-  profiling::JsonExport document(written, spool, log.path);
+  profiling::JsonExport document(text, spool, log.path);
   profiling::FileSource source(log.path);
   if (!source.isOpen()) {
     throw HostError(log.name, "cannot be opened: " + explain(errno));
@@ -47,7 +45,6 @@ void writeDocument(const LogFile& log, const NamedFile& file, const OutputLimit&
     throw HostError(log.name, describeDamage(log, walk));
   }
   document.finish();
-  written.finish();
 }
 
 void exportTo(const LogFile& log, const NamedFile& file, const OutputLimit& limit) {
