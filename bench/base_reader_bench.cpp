@@ -38,7 +38,7 @@ void averageStage(benchmark::State& state) {
     for (const auto& events : executions().events) {
       averager.add(events);
     }
-    benchmark::DoNotOptimize(averager.averages());
+    benchmark::DoNotOptimize(averager.takeAverages());
   }
   reportRates(state, benchLog());
 }
