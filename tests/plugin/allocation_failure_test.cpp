@@ -33,7 +33,9 @@ bool memoryFails() {
 // In front of the system's functions for the plug-in too, and for operator new behind it.
 extern "C" {
 
-// NOLINTBEGIN(readability-identifier-naming, bugprone-reserved-identifier): the system's names
+// The names are the system's.
+// NOLINTBEGIN(readability-identifier-naming, bugprone-reserved-identifier)
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 void* __libc_malloc(std::size_t size);
 void* __libc_realloc(void* block, std::size_t size);
 
@@ -43,6 +45,7 @@ void* __libc_realloc(void* block, std::size_t size);
 [[gnu::visibility("default")]] void* realloc(void* block, std::size_t size) {
   return memoryFails() ? nullptr : __libc_realloc(block, size);
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 // NOLINTEND(readability-identifier-naming, bugprone-reserved-identifier)
 
 }  // extern "C"
