@@ -4,10 +4,10 @@
 
 #include "base_run.h"
 #include "check.h"
+#include "core/vyn_profile_log_reader_json.h"
 #include "document_size.h"
 #include "hashed_output.h"
 #include "json/json_document.h"
-#include "json/vyn_profile_log_reader_json.h"
 #include "table_total.h"
 #include "time_limit.h"
 

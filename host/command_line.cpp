@@ -11,7 +11,7 @@
 #include <system_error>
 #include <vector>
 
-#include "core/version/profile_viewer_version.h"
+#include "base/version/profile_viewer_version.h"
 #include "export_command.h"
 #include "help_page.h"
 #include "host_error.h"

@@ -10,7 +10,7 @@
 #include <sstream>
 #include <string>
 
-#include "core/version/profile_viewer_version.h"
+#include "base/version/profile_viewer_version.h"
 #include "host/host_error.h"
 #include "host/interruption.h"
 #include "host/printable_text.h"

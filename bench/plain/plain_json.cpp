@@ -10,7 +10,7 @@
 #include <fstream>
 #include <iostream>
 
-#include "core/version/profile_viewer_version.h"
+#include "base/version/profile_viewer_version.h"
 #include "input/enum_texts.h"
 #include "input/log_walk.h"
 

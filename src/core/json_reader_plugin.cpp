@@ -1,6 +1,6 @@
 // Entry points of libVynJsonProfilingReader.
 
-#include "json/vyn_profile_log_reader_json.h"
+#include "core/vyn_profile_log_reader_json.h"
 #include "vyn/profiling/reader_plugin.h"
 
 namespace vyn::profiling {

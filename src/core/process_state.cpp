@@ -2,16 +2,12 @@
 // here is the order of their construction when the library is loaded, and in reverse of their
 // destruction when it is unloaded: the document and the registry go before the standard streams.
 
-#include <ios>
+#include "core/process_state.h"
+
+#include <iostream>  // the first initialiser of the standard streams, before all other objects
 
 #include "json/json_document.h"
 #include "log/logger_registry.h"
-
-namespace {
-
-const std::ios_base::Init g_streams;
-
-}  // namespace
 
 namespace vyn::profiling {
 
@@ -33,3 +29,11 @@ LoggerRegistry g_loggerRegistry;
 std::uint64_t g_currentLogger = 0;
 
 }  // namespace vyn::log
+
+namespace vyn::profiling {
+
+std::ostream& standardOutput() { return std::cout; }
+
+std::ostream& standardError() { return std::cerr; }
+
+}  // namespace vyn::profiling

@@ -1,7 +1,8 @@
 #include "core/start_logging.h"
 
-#include <iostream>
+#include <ostream>
 
+#include "core/process_state.h"
 #include "log/logger_registry.h"
 
 namespace vyn::profiling {
@@ -10,7 +11,7 @@ bool startLogging() {
   if (log::initializeLogging(nullptr, static_cast<std::int32_t>(log::kError))) {
     return true;
   }
-  std::cerr << "ERROR: Unable to initialize logging" << std::endl;
+  standardError() << "ERROR: Unable to initialize logging" << std::endl;
   return false;
 }
 

@@ -3,34 +3,26 @@
 #include <cstdint>
 #include <list>
 #include <string>
-#include <string_view>
-#include <unordered_map>
 #include <vector>
 
-#include "input/byte_source.h"
-#include "input/chunk.h"
+#include "input/chunk_loading.h"
 #include "input/event_copies.h"
 #include "input/execution_records.h"
 #include "input/flat_buffer_reader_util.h"
 #include "input/group_index.h"
+#include "input/message_filing.h"
+#include "input/statistics.h"
 #include "input/text_fingerprints.h"
-#include "input/text_hash.h"
+#include "report/console_blocks.h"
+#include "report/csv_rows.h"
 #include "report/payload_names.h"
 #include "vyn/profiling/profile_log_reader.h"
 
 namespace vyn::profiling {
 
-struct Heading;  // report/headings.h
-
-/// Queue wait in microseconds by graph name.
-using QueueWaits = std::unordered_map<std::string_view, std::uint64_t, TextHash>;
-
-/// The events that stand for a graph's executions: averageEventsOf and its like (statistics.h).
-using EventsOf = std::vector<EventNode> (*)(const ExecutionGroup&, Payloads);
-
-/// The base reader: decodes every admitted message into an event model, derives statistics for each
-/// graph, and writes a console summary and a CSV listing. Its operations stand in the folder of
-/// their job: reading in src/input, output in src/report, the header here.
+/// The summary reader: decodes every visible message into an event model, derives statistics for
+/// each graph, and writes a console summary and a CSV listing. It holds the model and hands it to
+/// the functions that do the work: those of src/input read and derive, those of src/report write.
 class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
  public:
   VynProfileLogReader(const std::string& inputLogPath, VisibilityLevel level);
@@ -51,44 +43,26 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   /// Copies the current chunk's header into the members below, once.
   void saveHeader();
 
-  // Reading. A message is visible when its level is below the reader's; each take operation files
-  // one message into the stores below and returns false when it did not take it. One that throws,
-  // for want of memory, leaves the stores as they were, but for the asynchronous flag.
-  bool readChunks(ByteSource& source);
-  bool takeChunk(const Chunk& chunk);
+  /// Reads the log's chunks as `loading` says; the file is closed afterwards. Returns false, with a
+  /// log line, for a file that cannot be opened, for a log that is not accepted, and for a second
+  /// read, whatever became of the first: nothing resets what that left.
+  bool readChunks(const ChunkLoading& loading);
 
-  /// True for the first read. A second one, whatever became of the first, is refused with a log
-  /// line: nothing resets what the first left.
-  bool startReading();
+  /// The next message of the current chunk. At its end null, and m_reachedEof is set.
+  const schema::Message* nextMessage();
 
+  // Reading: a chunk's messages go into the stores below, each into that of its method. The stores
+  // are handed on as they stand, to be changed.
+  void takeChunk(const Chunk& chunk);
   bool dispatchMessage(const schema::Message& message);
-  bool isVisible(const schema::Message& message) const;
-  bool takeTiming(const schema::Message& message, std::uint64_t& timestamp,
-                  std::uint64_t& duration);
-  bool takeSingleRecord(const schema::Message& message, std::uint64_t& duration,
-                        std::uint64_t& timestamp, std::vector<EventNode>& events);
-  bool takeCreateFromBinary(const schema::Message& message);
-  bool takeDeInit(const schema::Message& message);
-  bool takeExecuteIps(const schema::Message& message);
-  bool takeLibraryLoad(const schema::Message& message);
-  bool takeExecute(const schema::Message& message);
-  bool takeExecuteAsync(const schema::Message& message);
-  bool takeApplyBinarySection(const schema::Message& message);
-  bool takeFinalize(const schema::Message& message);
-  bool takeGraphComponent(const schema::Message& message);
-  static ExecutionRecord decodeExecution(const schema::Message& message,
-                                         std::list<std::string>& strings);
-  void keepInitEvents(std::vector<EventNode>&& initEvents) noexcept;
-  void keepStrings(std::list<std::string>& strings) noexcept;
-  void addExecution(const schema::Message& message, ExecutionRecord&& record);
-  void addFinalizeGroup(EventGroup&& group);
+  StepStore storeOf(schema::MethodType step);
+  GraphStores graphStores();
 
   // Statistics, derived once the whole log is read. The first two return what is to be printed.
   std::string deriveStatistics();
   std::string deriveQueueWaits();
   void deriveInitTotals();
 
-  // Output: the summary is built whole before it is printed, the CSV written line by line.
   void printSummary(std::ostream& stream);
   void writeCsv(std::ostream& stream);
 
@@ -107,24 +81,22 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   void printApplyBinarySectionStatsAverage(std::ostream& stream);
   void printApplyBinarySectionStatsMin(std::ostream& stream);
   void printApplyBinarySectionStatsMax(std::ostream& stream);
-
-  void printExecuteStats(std::ostream& stream, const Heading& heading,
-                         const std::vector<EventGroup>& figures, EventsOf eventsOf,
-                         const QueueWaits& queueWaits);
-  void printQueueWait(std::ostream& stream, const EventGroup& figure,
-                      const QueueWaits& queueWaits) const;
+  ExecuteBlock executeBlock(const Heading& heading, std::vector<ExecuteFigure> figures) const;
   void printApplyBinarySectionStats(std::ostream& stream, const Heading& heading,
                                     const std::vector<EventGroup>& figures, EventsOf eventsOf);
 
-  // Listing. printEvents and writeEventsCsv take their events by value: these hand them the one
-  // copy that there is beside the model, without the payload bytes that nothing is written from.
-  // The second listEvents lists what `eventsOf` makes of one graph's executions.
+  // The events of initialisation are its own or else those of a creation from a binary; null when
+  // there are none to list.
+  const std::vector<EventNode>* listedInitEvents() const;
+
+  // Listing, always through the operations of the interface, which derived readers may replace.
+  // These take their events by value: they are handed the one copy that there is beside the model,
+  // without the payload bytes that nothing is written from.
   Payloads listedPayloads() const;
-  void listEvents(std::ostream& stream, const std::vector<EventNode>& events);
-  void listEvents(std::ostream& stream, const std::vector<ExecutionGroup>& groups,
-                  std::size_t index, EventsOf eventsOf);
-  void listEventsCsv(std::ostream& stream, const std::vector<EventNode>& events,
-                     std::uint64_t timestamp, const std::string& keyword);
+  EventLister listerOf(const std::vector<EventNode>& events);
+  GraphEventLister listerOf(const std::vector<EventGroup>& groups);
+  GraphEventLister listerOf(const std::vector<ExecutionGroup>& groups, EventsOf eventsOf);
+  EventLineWriter csvListerOf(std::ostream& stream, const std::string& keyword);
 
   // CSV listing: the lines before the rows, then one operation a kind of row.
   void writeCsvHeader(std::ostream& stream);
@@ -136,15 +108,9 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   void writeExecuteIpsCsv(std::ostream& stream);
   void writeLibLoadCsv(std::ostream& stream);
   void writeApplyBinarySectionCsv(std::ostream& stream);
-  void writeExecutionsCsv(std::ostream& stream, const std::vector<ExecutionGroup>& groups,
-                          const std::string& rowKeyword, const std::string& eventKeyword);
 
   /// Writes an OBJECT event's bytes to the file that it names, or to the next free numbered one.
-  /// The name ends before its first zero byte.
   void writeObjectPayload(const EventNode& event);
-
-  /// Writes the payloads of every execution's OBJECT events.
-  void writeExecutionPayloads();
 
   VisibilityLevel m_visibilityLevel;
   bool m_reachedEof = false;  // the current chunk has no further message

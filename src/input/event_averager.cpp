@@ -19,7 +19,7 @@ void EventAverager::add(const std::vector<EventNode>& events) {
   } else if (m_first == nullptr) {
     m_first = &events;
   } else {
-    m_root = std::make_unique<Level>(*m_first, Level::Objects::kDropped);
+    m_root = std::make_unique<Siblings>(*m_first, Siblings::Objects::kDropped);
     m_root->merge(events);
   }
 }
@@ -33,7 +33,7 @@ std::vector<EventNode> EventAverager::takeAverages(Payloads payloads) {
   return first != nullptr ? copyWithoutObjects(*first, payloads) : std::vector<EventNode>();
 }
 
-EventAverager::Level::Level(const std::vector<EventNode>& list, Objects objects) {
+EventAverager::Siblings::Siblings(const std::vector<EventNode>& list, Objects objects) {
   makeRoomFor(list.size());
   for (const EventNode& event : list) {
     if (objects == Objects::kKept || !isObjectEvent(event)) {
@@ -42,7 +42,7 @@ EventAverager::Level::Level(const std::vector<EventNode>& list, Objects objects)
   }
 }
 
-void EventAverager::Level::merge(const std::vector<EventNode>& list) {
+void EventAverager::Siblings::merge(const std::vector<EventNode>& list) {
   // Appended only after the whole list has been looked up, so that its siblings stay apart.
   std::vector<const EventNode*> newcomers;
   std::size_t expected = 0;
@@ -55,7 +55,7 @@ void EventAverager::Level::merge(const std::vector<EventNode>& list) {
       if (!event.children.empty()) {
         if (entry.subEvents == nullptr) {
           // The event's own sub-events come along whole, OBJECT ones included.
-          entry.subEvents = std::make_unique<Level>(entry.event->children, Objects::kKept);
+          entry.subEvents = std::make_unique<Siblings>(entry.event->children, Objects::kKept);
         }
         entry.subEvents->merge(event.children);
       }
@@ -72,7 +72,7 @@ void EventAverager::Level::merge(const std::vector<EventNode>& list) {
 
 // Executions list the same events in the same order, so the one behind the last one found is
 // nearly always the one: looking there first spares a look-up that misses the cache.
-std::size_t EventAverager::Level::find(std::string_view identifier, std::size_t expected) const {
+std::size_t EventAverager::Siblings::find(std::string_view identifier, std::size_t expected) const {
   if (expected < m_entries.size() && m_entries[expected].isFirst &&
       m_entries[expected].identifier == identifier) {
     return expected;
@@ -80,7 +80,7 @@ std::size_t EventAverager::Level::find(std::string_view identifier, std::size_t 
   return lookUp(identifier);
 }
 
-std::size_t EventAverager::Level::lookUp(std::string_view identifier) const {
+std::size_t EventAverager::Siblings::lookUp(std::string_view identifier) const {
   if (m_entries.size() <= kMaxWithoutIndex) {
     const auto found = std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& entry) {
       return entry.identifier == identifier;
@@ -92,13 +92,13 @@ std::size_t EventAverager::Level::lookUp(std::string_view identifier) const {
 }
 
 // In steps that keep both the time for all of them and the unused room small.
-void EventAverager::Level::makeRoomFor(std::size_t count) {
+void EventAverager::Siblings::makeRoomFor(std::size_t count) {
   if (m_entries.capacity() - m_entries.size() < count) {
     m_entries.reserve(m_entries.size() + std::max(count, m_entries.size() / 4));
   }
 }
 
-void EventAverager::Level::append(const EventNode& event) {
+void EventAverager::Siblings::append(const EventNode& event) {
   const std::size_t place = m_entries.size();
   bool isFirst = false;
   if (place < kMaxWithoutIndex) {
@@ -114,7 +114,7 @@ void EventAverager::Level::append(const EventNode& event) {
   m_entries.push_back({event.identifier, numberOf(event), event.count, isFirst, &event, nullptr});
 }
 
-std::vector<EventNode> EventAverager::Level::takeAverages(Payloads payloads) {
+std::vector<EventNode> EventAverager::Siblings::takeAverages(Payloads payloads) {
   m_firstEntries = {};
   std::vector<EventNode> means;
   means.reserve(m_entries.size());

@@ -7,8 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/text_hash.h"
 #include "input/event_copies.h"
-#include "input/text_hash.h"
 #include "vyn/profiling/event_node.h"
 
 namespace vyn::profiling {
@@ -30,7 +30,7 @@ class EventAverager {
   std::vector<EventNode> takeAverages(Payloads payloads = Payloads::kKept);
 
  private:
-  class Level;
+  class Siblings;
 
   // An event of the merged tree. Small, so that thousands of siblings stay in the processor's
   // cache.
@@ -38,17 +38,17 @@ class EventAverager {
     std::string_view identifier;
     std::uint64_t value;  // the sum
     std::uint64_t count;
-    bool isFirst;                      // of its identifier
-    const EventNode* event;            // as first met
-    std::unique_ptr<Level> subEvents;  // none as long as they are those of `event`
+    bool isFirst;                         // of its identifier
+    const EventNode* event;               // as first met
+    std::unique_ptr<Siblings> subEvents;  // none as long as they are those of `event`
   };
 
   // Siblings of the merged tree. Only lists that something was merged into have one.
-  class Level {
+  class Siblings {
    public:
     enum class Objects { kKept, kDropped };
 
-    Level(const std::vector<EventNode>& list, Objects objects);
+    Siblings(const std::vector<EventNode>& list, Objects objects);
     void merge(const std::vector<EventNode>& list);
     std::vector<EventNode> takeAverages(Payloads payloads);
 
@@ -65,7 +65,7 @@ class EventAverager {
 
   // The first execution's events stay where they are until another execution has some.
   const std::vector<EventNode>* m_first = nullptr;
-  std::unique_ptr<Level> m_root;
+  std::unique_ptr<Siblings> m_root;
 };
 
 }  // namespace vyn::profiling

@@ -45,16 +45,4 @@ class FlatBufferReaderUtil {
   ChunkVerifier m_verifier;
 };
 
-/// Releases a reader's chunk at the end of its scope, however the read ended.
-class ChunkRelease {
- public:
-  explicit ChunkRelease(FlatBufferReaderUtil& util) : m_util(util) {}
-  ~ChunkRelease() { m_util.release(); }
-  ChunkRelease(const ChunkRelease&) = delete;
-  ChunkRelease& operator=(const ChunkRelease&) = delete;
-
- private:
-  FlatBufferReaderUtil& m_util;
-};
-
 }  // namespace vyn::profiling

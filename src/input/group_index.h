@@ -7,9 +7,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/text_hash.h"
 #include "input/execution_records.h"
 #include "input/text_fingerprints.h"
-#include "input/text_hash.h"
 
 namespace vyn::profiling {
 

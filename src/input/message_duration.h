@@ -11,8 +11,7 @@ namespace vyn::profiling {
 inline std::uint64_t messageDuration(const schema::Message& message) {
   const schema::AppMetrics& metrics = *message.appMetrics();
   // An absent start is no start at time 0: the accessors alone cannot tell the two apart.
-  const auto& fields = reinterpret_cast<const flatbuffers::Table&>(metrics);
-  const bool isTimed = fields.CheckField(schema::AppMetrics::VT_STARTTIME) &&
+  const bool isTimed = flatbuffers::IsFieldPresent(&metrics, schema::AppMetrics::VT_STARTTIME) &&
                        metrics.stopTime() > metrics.startTime();
   return isTimed ? metrics.stopTime() - metrics.startTime() : 0;
 }

@@ -1,9 +1,25 @@
 #include "input/statistics.h"
 
 #include "input/event_averager.h"
-#include "input/event_kind.h"
 
 namespace vyn::profiling {
+namespace {
+
+EventGroup figureOf(const ExecutionGroup& group, const ExecutionRecord& record) {
+  return {group.name, record.duration, record.timestamp, {}};
+}
+
+template <typename Figure>
+std::vector<EventGroup> figuresOf(const std::vector<ExecutionGroup>& groups, const Figure& figure) {
+  std::vector<EventGroup> figures;
+  figures.reserve(groups.size());
+  for (const ExecutionGroup& group : groups) {
+    figures.push_back(figure(group));
+  }
+  return figures;
+}
+
+}  // namespace
 
 EventGroup averageOf(const ExecutionGroup& group) {
   std::uint64_t durations = 0;
@@ -49,22 +65,18 @@ std::vector<EventNode> fastestEventsOf(const ExecutionGroup& group, Payloads pay
   return copyOf(fastestOf(group).events, payloads);
 }
 
-std::optional<std::uint64_t> queueWaitOf(const std::vector<EventNode>& events) {
-  std::optional<std::uint64_t> wait;
-  int count = 0;
-  const auto look = [&](const EventNode& event) {
-    if (hasType(event, schema::EventType::EXECUTE_QUEUE_WAIT)) {
-      wait = numberOf(event);
-      ++count;
-    }
-  };
-  for (const EventNode& event : events) {
-    look(event);
-    for (const EventNode& child : event.children) {
-      look(child);
-    }
-  }
-  return count == 1 ? wait : std::nullopt;
+std::vector<EventGroup> averagesOf(const std::vector<ExecutionGroup>& groups) {
+  return figuresOf(groups, averageOf);
+}
+
+std::vector<EventGroup> slowestFiguresOf(const std::vector<ExecutionGroup>& groups) {
+  return figuresOf(groups,
+                   [](const ExecutionGroup& group) { return figureOf(group, slowestOf(group)); });
+}
+
+std::vector<EventGroup> fastestFiguresOf(const std::vector<ExecutionGroup>& groups) {
+  return figuresOf(groups,
+                   [](const ExecutionGroup& group) { return figureOf(group, fastestOf(group)); });
 }
 
 }  // namespace vyn::profiling

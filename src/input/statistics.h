@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
 #include <vector>
 
 #include "input/event_copies.h"
@@ -9,7 +7,7 @@
 
 namespace vyn::profiling {
 
-// Pure functions over the executions of one graph. A group holds at least one record.
+// Pure functions over the executions of graphs. A group holds at least one record.
 
 /// Mean duration (truncated) and the last record's time stamp, without events.
 EventGroup averageOf(const ExecutionGroup& group);
@@ -24,8 +22,12 @@ std::vector<EventNode> averageEventsOf(const ExecutionGroup& group, Payloads pay
 std::vector<EventNode> slowestEventsOf(const ExecutionGroup& group, Payloads payloads);
 std::vector<EventNode> fastestEventsOf(const ExecutionGroup& group, Payloads payloads);
 
-/// The queue wait (microseconds) of one execution, which must have exactly one queue-wait event
-/// among its events and their direct sub-events; otherwise empty.
-std::optional<std::uint64_t> queueWaitOf(const std::vector<EventNode>& events);
+using EventsOf = std::vector<EventNode> (*)(const ExecutionGroup&, Payloads);
+
+/// A figure for each graph, in their order: the average, and those of the chosen executions
+/// (without their events, which stay where they are until they are listed).
+std::vector<EventGroup> averagesOf(const std::vector<ExecutionGroup>& groups);
+std::vector<EventGroup> slowestFiguresOf(const std::vector<ExecutionGroup>& groups);
+std::vector<EventGroup> fastestFiguresOf(const std::vector<ExecutionGroup>& groups);
 
 }  // namespace vyn::profiling

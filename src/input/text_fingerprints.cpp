@@ -1,6 +1,6 @@
 #include "input/text_fingerprints.h"
 
-#include "input/text_hash.h"
+#include "base/text_hash.h"
 
 namespace vyn::profiling {
 namespace {

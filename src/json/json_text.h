@@ -43,7 +43,7 @@ class JsonText {
   void endArray() { end(']'); }
 
   /// The name of the member whose value comes next.
-  void key(JsonKey key) { putPiece(piecesAt(m_levels.size()).keys[static_cast<std::size_t>(key)]); }
+  void key(JsonKey key) { putPiece(piecesAt(m_open.size()).keys[static_cast<std::size_t>(key)]); }
 
   // Numbers and texts are members of objects only: no array of the document holds them.
 
@@ -76,7 +76,7 @@ class JsonText {
   using Block = std::array<char, kBlockSize>;
 
   // An object or array that has begun.
-  struct Level {
+  struct OpenValue {
     bool isArray;
     bool isEmpty;
   };
@@ -88,27 +88,27 @@ class JsonText {
   };
 
   void start(char bracket, bool isArray) {
-    if (!m_levels.empty() && m_levels.back().isArray) {
-      putPiece(piecesAt(m_levels.size()).lineBreak);
+    if (!m_open.empty() && m_open.back().isArray) {
+      putPiece(piecesAt(m_open.size()).lineBreak);
     }
     put(bracket);
-    m_levels.push_back({isArray, true});
+    m_open.push_back({isArray, true});
   }
 
   void end(char bracket) {
-    const bool isEmpty = m_levels.back().isEmpty;
-    m_levels.pop_back();
+    const bool isEmpty = m_open.back().isEmpty;
+    m_open.pop_back();
     if (!isEmpty) {
-      put(std::string_view(piecesAt(m_levels.size()).lineBreak).substr(1));  // without the comma
+      put(std::string_view(piecesAt(m_open.size()).lineBreak).substr(1));  // without the comma
     }
     put(bracket);
   }
 
   // The first member or element has no comma before it.
   void putPiece(std::string_view piece) {
-    Level& level = m_levels.back();
-    put(piece.substr(level.isEmpty ? 1 : 0));
-    level.isEmpty = false;
+    OpenValue& innermost = m_open.back();
+    put(piece.substr(innermost.isEmpty ? 1 : 0));
+    innermost.isEmpty = false;
   }
 
   template <typename Integer>
@@ -154,7 +154,7 @@ class JsonText {
   TextSink* m_sink;
   std::unique_ptr<Block> m_block;
   std::size_t m_used = 0;
-  std::vector<Level> m_levels;
+  std::vector<OpenValue> m_open;
   std::vector<std::unique_ptr<Pieces>> m_pieces;  // by depth
 };
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "core/version/profile_viewer_version.h"
+#include "base/version/profile_viewer_version.h"
 #include "json/json_keys.h"
 
 namespace vyn::profiling {

@@ -26,7 +26,16 @@ void TextStore::startChunk(const std::uint8_t* chunk) {
   m_runs.clear();
 }
 
+void TextStore::endLog() {
+  m_chunk = nullptr;
+  m_texts = {};
+  m_runs = {};
+}
+
 std::string_view TextStore::store(const flatbuffers::String& text) {
+  if (m_chunk == nullptr) {
+    return copyToPool(text.c_str());
+  }
   return text.size() <= kMaxComparedLength ? storeByContent(text.c_str())
                                            : storeByPlace(text.c_str());
 }

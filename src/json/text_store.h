@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "input/text_hash.h"
+#include "base/text_hash.h"
 
 namespace vyn::profiling {
 
@@ -17,11 +17,14 @@ namespace vyn::profiling {
 class TextStore {
  public:
   /// The text up to its first zero byte, NUL-terminated; it lives as long as the document. `text`
-  /// belongs to the current chunk.
+  /// belongs to the current chunk; without one, each text is copied by itself.
   std::string_view store(const flatbuffers::String& text);
 
   /// To be called before the first text of each chunk, with the chunk's first byte.
   void startChunk(const std::uint8_t* chunk);
+
+  /// To be called behind the last chunk. Frees what is remembered of the log; the copies stay.
+  void endLog();
 
  private:
   // The bytes of the chunk between two zero bytes, and their copy.

@@ -24,7 +24,7 @@ class ValueBuilder {
   /// Runs `send(*this)`, which sends exactly one value, and returns that value.
   template <typename Send>
   JsonValue build(const Send& send) {
-    m_levels.assign(1, Level{});
+    m_open.assign(1, OpenValue{});
     auto generator = [&](JsonDocument&) {
       send(*this);
       return true;
@@ -35,20 +35,20 @@ class ValueBuilder {
 
   void startObject() {
     m_document.StartObject();
-    m_levels.push_back({});
+    m_open.push_back({});
   }
-  void endObject() { m_document.EndObject(endLevel()); }
+  void endObject() { m_document.EndObject(endValue()); }
   void startArray() {
     m_document.StartArray();
-    m_levels.push_back({true, 0});
+    m_open.push_back({true, 0});
   }
-  void endArray() { m_document.EndArray(endLevel()); }
+  void endArray() { m_document.EndArray(endValue()); }
 
   /// The name of the member whose value comes next.
   void key(JsonKey key) {
     const std::string_view name = nameOf(key);
     m_document.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()), false);
-    ++m_levels.back().count;
+    ++m_open.back().count;
   }
 
   // Numbers and texts are members of objects only: no array of the document holds them.
@@ -80,7 +80,7 @@ class ValueBuilder {
   static constexpr std::size_t kInlineTextLength = 13;
 
   // An object or array that has begun, and how many members or elements it has so far.
-  struct Level {
+  struct OpenValue {
     bool isArray = false;
     rapidjson::SizeType count = 0;
   };
@@ -89,17 +89,17 @@ class ValueBuilder {
     m_document.String(text.data(), static_cast<rapidjson::SizeType>(text.size()), copy);
   }
 
-  rapidjson::SizeType endLevel() {
-    const rapidjson::SizeType count = m_levels.back().count;
-    m_levels.pop_back();
-    Level& outer = m_levels.back();
+  rapidjson::SizeType endValue() {
+    const rapidjson::SizeType count = m_open.back().count;
+    m_open.pop_back();
+    OpenValue& outer = m_open.back();
     outer.count += outer.isArray ? 1 : 0;
     return count;
   }
 
   TextStore& m_texts;
   JsonDocument m_document;
-  std::vector<Level> m_levels;
+  std::vector<OpenValue> m_open;
 };
 
 }  // namespace vyn::profiling

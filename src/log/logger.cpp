@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "core/copied_text.h"
+#include "base/copied_text.h"
 
 namespace vyn::log {
 namespace {

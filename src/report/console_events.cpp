@@ -1,7 +1,7 @@
+#include "report/console_events.h"
+
 #include <iomanip>
 
-#include "core/vyn_profile_log_reader.h"
-#include "input/event_copies.h"
 #include "input/event_kind.h"
 #include "report/console_lines.h"
 #include "report/event_text.h"
@@ -15,33 +15,11 @@ void printValue(std::ostream& stream, const EventNode& event) {
 
 }  // namespace
 
-Payloads VynProfileLogReader::listedPayloads() const {
-  return m_writeObjectPayloads ? Payloads::kKept : Payloads::kLeftOut;
-}
-
-void VynProfileLogReader::listEvents(std::ostream& stream, const std::vector<EventNode>& events) {
-  printEvents(stream, copyOf(events, listedPayloads()));
-}
-
-void VynProfileLogReader::listEvents(std::ostream& stream,
-                                     const std::vector<ExecutionGroup>& groups, std::size_t index,
-                                     EventsOf eventsOf) {
-  // After a read that memory ended, the figures may be those of fewer graphs, never of more.
-  if (index < groups.size()) {
-    printEvents(stream, eventsOf(groups[index], listedPayloads()));
-  }
-}
-
-void VynProfileLogReader::printEvents(std::ostream& stream, std::vector<EventNode> events) {
-  const PayloadNames::Scope oneListing(m_payloadNames);
-  const auto writePayload = [this](const EventNode& event) {
-    if (m_writeObjectPayloads) {
-      writeObjectPayload(event);
-    }
-  };
+void printEventLines(std::ostream& stream, const std::vector<EventNode>& events,
+                     const std::function<void(const EventNode&)>& takeObject) {
   for (const EventNode& event : events) {
     if (isObjectEvent(event)) {
-      writePayload(event);
+      takeObject(event);
     } else {
       stream << indent() << "Backend (" << event.identifier << "): ";
       stream << std::fixed << std::setprecision(0);
@@ -50,7 +28,7 @@ void VynProfileLogReader::printEvents(std::ostream& stream, std::vector<EventNod
     // Sub-events of sub-events are not listed.
     for (const EventNode& child : event.children) {
       if (isObjectEvent(child)) {
-        writePayload(child);
+        takeObject(child);
       } else {
         stream << indent() << indent() << child.identifier << ": ";
         printValue(stream, child);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 #include "report/event_text.h"
 
@@ -17,7 +18,7 @@ inline void printTimeLine(std::ostream& stream, std::uint64_t duration) {
   stream << indent() << "NetRun: " << duration << " us" << std::endl;
 }
 
-inline void printGraphHeading(std::ostream& stream, std::size_t index, const std::string& name) {
+inline void printGraphHeading(std::ostream& stream, std::size_t index, std::string_view name) {
   stream << "Graph " << index << " (" << name << "):" << std::endl;
 }
 

@@ -1,6 +1,5 @@
-#include <ostream>
+#include "report/csv_events.h"
 
-#include "core/vyn_profile_log_reader.h"
 #include "input/event_kind.h"
 #include "report/event_text.h"
 
@@ -12,14 +11,14 @@ constexpr char kSubEventColumn[] = ",SUB-EVENT,";
 
 }  // namespace
 
-void VynProfileLogReader::writeEventsCsv(std::ostream& stream, std::vector<EventNode> events,
-                                         std::uint64_t timestamp, const std::string& message) {
+void writeEventLines(std::ostream& stream, const std::vector<EventNode>& events,
+                     std::uint64_t timestamp, const std::string& keyword) {
   // As text, so that no locale of the stream groups its digits.
-  const std::string step = std::to_string(timestamp) + "," + message + ",";
-  const auto writeLine = [&](const EventNode& event, const char* levelColumn) {
+  const std::string step = std::to_string(timestamp) + "," + keyword + ",";
+  const auto writeLine = [&](const EventNode& event, const char* placeColumn) {
     if (!isObjectEvent(event)) {
       stream << step << formatEventValue(event.dataType, event.value) << ","
-             << unitToString(event.unit) << ",BACKEND" << levelColumn << event.identifier
+             << unitToString(event.unit) << ",BACKEND" << placeColumn << event.identifier
              << std::endl;
     }
   };

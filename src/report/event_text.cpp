@@ -4,10 +4,9 @@
 
 #include <array>
 #include <bit>
-#include <cstdio>
+#include <charconv>
 
-#include "core/copied_text.h"
-#include "log/plain_number_locale.h"
+#include "base/copied_text.h"
 
 namespace vyn::profiling {
 namespace {
@@ -37,11 +36,11 @@ UnitTexts unitTexts(std::uint32_t unit) {
 }
 
 std::string fixedText(double number) {
-  const log::PlainNumberLocale plainNumbers;
-  // The longest double has 309 digits before the point.
-  std::array<char, 330> text{};
-  std::snprintf(text.data(), text.size(), "%f", number);
-  return text.data();
+  constexpr int kDecimals = 6;
+  std::array<char, 330> text{};  // the longest double has 309 digits before the point
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
+                                 std::chars_format::fixed, kDecimals);
+  return {text.data(), end.ptr};
 }
 
 // The low bits of the value word as a number of their own width and sign.

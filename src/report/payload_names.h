@@ -7,7 +7,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "input/text_hash.h"
+#include "base/text_hash.h"
 
 namespace vyn::profiling {
 

@@ -1,4 +1,4 @@
-#include "core/version/profile_viewer_version.h"
+#include "base/version/profile_viewer_version.h"
 #include "host/host_fixture.h"
 #include "support/json_log.h"
 

@@ -2,7 +2,7 @@
 # Needs SOURCE_DIR, BUILT_HEADER and a WORK_DIR to spoil.
 
 cmake_minimum_required(VERSION 3.25)
-set(version_dir "${SOURCE_DIR}/src/core/version")
+set(version_dir "${SOURCE_DIR}/src/base/version")
 
 file(READ "${BUILT_HEADER}" header)
 if(NOT header MATCHES "\"v[0-9]+\\.[0-9]+\\.[0-9]+\\.[0-9][0-9][0-9][0-9][0-9][0-9][0-9][0-9][0-9][0-9][0-9][0-9]_[0-9]+\"")

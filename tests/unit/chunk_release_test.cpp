@@ -4,7 +4,7 @@
 
 #include <new>
 
-#include "json/vyn_profile_log_reader_json.h"
+#include "core/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 #include "support/captured_output.h"
 #include "support/json_log.h"

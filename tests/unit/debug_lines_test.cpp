@@ -6,7 +6,7 @@
 #include <string>
 
 #include "core/vyn_profile_log_reader.h"
-#include "json/vyn_profile_log_reader_json.h"
+#include "core/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 #include "support/captured_output.h"
 #include "support/json_log.h"

@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
+#include "core/vyn_profile_log_reader_json.h"
 #include "json/json_document.h"
-#include "json/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 #include "support/json_log.h"
 #include "support/temp_folder.h"

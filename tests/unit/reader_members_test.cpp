@@ -6,7 +6,7 @@
 #include <iterator>
 
 #include "core/vyn_profile_log_reader.h"
-#include "json/vyn_profile_log_reader_json.h"
+#include "core/vyn_profile_log_reader_json.h"
 
 namespace vyn::profiling {
 namespace {

@@ -1,4 +1,4 @@
-#include "input/text_hash.h"
+#include "base/text_hash.h"
 
 #include <gtest/gtest.h>
 

@@ -4,12 +4,13 @@
 
 #include "core/vyn_profile_log_reader.h"
 #include "json/json_document.h"
+#include "json/text_store.h"
 #include "json/value_builder.h"
 
 namespace vyn::profiling {
 
 /// The JSON reader: converts header and messages of a log straight into JSON values, without the
-/// base reader's model and without its filter, and writes them pretty-printed.
+/// summary reader's model and without its filter, and writes them pretty-printed.
 class VynProfileLogReaderJSON : public VynProfileLogReader {
  public:
   VynProfileLogReaderJSON(const std::string& inputLogPath, VisibilityLevel level);
@@ -19,17 +20,21 @@ class VynProfileLogReaderJSON : public VynProfileLogReader {
   bool readInputFile(bool writeObjectPayloads) override;
 
  protected:
-  bool readChunksToJson(ByteSource& source, JsonValue& messages);
-  bool takeChunkToJson(const Chunk& chunk, JsonValue& messages, ValueBuilder& builder);
+  void takeChunkToJson(const Chunk& chunk, JsonValue& messages);
 
   /// Adds "metadata" from the current chunk's header, if it has one, to the root.
-  void addMetadataToJson(ValueBuilder& builder);
+  void addMetadataToJson();
 
   /// Appends the chunk's next message. At the end of the chunk sets m_reachedEof and returns false.
-  bool addNextMessageToJson(JsonValue& messages, ValueBuilder& builder);
+  bool addNextMessageToJson(JsonValue& messages);
+
+  /// An event of the current chunk with all its sub-events as an object. Never null.
+  JsonValue eventToJson(const schema::Event* event);
 
   JsonValue m_jsonRoot{rapidjson::kObjectType};  // null once the read is complete
   bool m_metadataAdded = false;
+  TextStore m_texts;  // of the log that is being read
+  ValueBuilder m_values{m_texts};
 };
 
 }  // namespace vyn::profiling

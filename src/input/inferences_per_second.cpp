@@ -1,4 +1,4 @@
-#include "report/inferences_per_second.h"
+#include "input/inferences_per_second.h"
 
 #include "input/event_kind.h"
 

@@ -7,7 +7,7 @@
 namespace vyn::profiling {
 
 ProfileLogReader* createReader(const std::string& inputLogPath, VisibilityLevel level) {
-  // The base reader never starts logging itself; without this its errors would go unseen.
+  // The summary reader never starts logging itself; without this its errors would go unseen.
   startLogging();
   return new VynProfileLogReader(inputLogPath, level);
 }

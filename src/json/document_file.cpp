@@ -1,9 +1,9 @@
+#include "json/document_file.h"
+
 #include <fstream>
 
-#include "core/start_logging.h"
 #include "json/document_writer.h"
 #include "json/json_document.h"
-#include "json/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 
 namespace vyn::profiling {
@@ -31,17 +31,14 @@ void writeText(const JsonValue& value, std::ostream& file) {
 
 }  // namespace
 
-bool VynProfileLogReaderJSON::generateOutput(const std::string& outputFileName) {
-  if (!startLogging()) {
-    return false;
-  }
-  if (outputFileName.empty()) {
+bool writeDocument(const std::string& fileName) {
+  if (fileName.empty()) {
     log::log(log::kError, "Output JSON file not provided.");
     return false;
   }
-  std::ofstream file(outputFileName, std::ios::out);
+  std::ofstream file(fileName, std::ios::out);
   if (!file.good()) {
-    log::log(log::kError, "Invalid output JSON file: [%s]", outputFileName.c_str());
+    log::log(log::kError, "Invalid output JSON file: [%s]", fileName.c_str());
     return false;
   }
   if (!file.is_open()) {

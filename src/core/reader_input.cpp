@@ -1,0 +1,159 @@
+// How the summary reader reads its log.
+
+#include <ostream>
+#include <utility>
+
+#include "core/process_state.h"
+#include "core/vyn_profile_log_reader.h"
+#include "input/byte_source.h"
+#include "input/chunk_room.h"
+#include "input/init_time.h"
+#include "input/message_duration.h"
+#include "input/queue_waits.h"
+#include "log/logger_registry.h"
+
+namespace vyn::profiling {
+
+bool VynProfileLogReader::readInputFile(bool writeObjectPayloads) {
+  if (!readChunks({makeChunkOrLog, [this](const Chunk& chunk) { takeChunk(chunk); }})) {
+    return false;
+  }
+  m_writeObjectPayloads = writeObjectPayloads;
+  standardOutput() << deriveStatistics();
+  return true;
+}
+
+bool VynProfileLogReader::readChunks(const ChunkLoading& loading) {
+  FileSource file(m_inputLogFileLocation);
+  if (!file.isOpen()) {
+    log::log(log::kError, "Invalid or nonexistent file: %s", m_inputLogFileLocation.c_str());
+    return false;
+  }
+  if (std::exchange(m_readStarted, true)) {
+    log::log(log::kError, "A reader reads its log once: %s", m_inputLogFileLocation.c_str());
+    return false;
+  }
+  return loadChunks(file, m_flatBufferReader, loading);
+}
+
+void VynProfileLogReader::takeChunk(const Chunk& chunk) {
+  m_nameFingerprints.startChunk(chunk.bytes());
+  if (!m_headerSaved) {
+    saveHeader();
+  }
+  m_reachedEof = false;
+  while (!m_reachedEof) {
+    processNextMessage();
+  }
+}
+
+bool VynProfileLogReader::processNextMessage() {
+  const schema::Message* message = nextMessage();
+  return message != nullptr && dispatchMessage(*message);
+}
+
+const schema::Message* VynProfileLogReader::nextMessage() {
+  const schema::Message* message = m_flatBufferReader.nextMessage();
+  if (message == nullptr) {
+    m_reachedEof = true;
+    log::log(log::kDebug, "profiling::VynProfileLogReader reached EOF!");
+  }
+  return message;
+}
+
+bool VynProfileLogReader::dispatchMessage(const schema::Message& message) {
+  using schema::MethodType;
+  const bool isTaken = isVisible(message, m_visibilityLevel);
+  switch (message.method()) {
+    case MethodType::BACKEND_EXECUTE_ASYNC:
+      m_asyncExecute = true;  // even a message that is not taken makes the run an asynchronous one
+      [[fallthrough]];
+    case MethodType::BACKEND_EXECUTE:
+      return isTaken && fileExecution(message, graphStores());
+    case MethodType::BACKEND_FINALIZE:
+      return isTaken && fileFinalize(message, graphStores());
+    case MethodType::BACKEND_GRAPH_COMPONENT:
+      return isTaken && fileGraphComponent(message, graphStores());
+    case MethodType::APPLY_BINARY_SECTION:
+      return isTaken && fileBinarySection(message, graphStores());
+    case MethodType::APP_CONTEXT_CREATE:
+      m_contextCreateTimestamp = message.header()->timestamp();  // of one that is not taken, too
+      m_contextCreateTime = isTaken ? messageDuration(message) : m_contextCreateTime;
+      return isTaken;
+    case MethodType::APP_COMPOSE_GRAPHS:
+      m_composeGraphsTimestamp = message.header()->timestamp();  // the same
+      m_composeGraphsTime = isTaken ? messageDuration(message) : m_composeGraphsTime;
+      return isTaken;
+    case MethodType::BACKEND_CREATE_FROM_BINARY:
+    case MethodType::BACKEND_DEINIT:
+    case MethodType::APP_EXECUTE_IPS:
+    case MethodType::LIBRARY_LOAD:
+      return isTaken && fileStep(message, storeOf(message.method()), m_eventStrings);
+    default:
+      log::log(log::kError, "Unknown method type.");
+      return false;
+  }
+}
+
+StepStore VynProfileLogReader::storeOf(schema::MethodType step) {
+  switch (step) {
+    case schema::MethodType::BACKEND_CREATE_FROM_BINARY:
+      return {m_createFromBinaryTime, m_createFromBinaryTimestamp, m_createFromBinaryEvents,
+              &m_hasCreateFromBinaryEvents};
+    case schema::MethodType::APP_EXECUTE_IPS:
+      return {m_executeIpsTime, m_executeIpsTimestamp, m_executeIpsEvents, &m_hasExecuteIps};
+    case schema::MethodType::LIBRARY_LOAD:
+      return {m_libLoadTime, m_libLoadTimestamp, m_libLoadEvents, &m_hasLibLoad};
+    default:
+      return {m_deInitTime, m_deInitTimestamp, m_deInitEvents};
+  }
+}
+
+GraphStores VynProfileLogReader::graphStores() {
+  return {m_initEvents,
+          m_hasInitEvents,
+          m_finalizeGroups,
+          m_hasFinalize,
+          m_hasFinalizeEvents,
+          m_executeGroups,
+          m_executeGroupIndex,
+          m_applyBinarySectionGroups,
+          m_applyBinarySectionGroupIndex,
+          m_nameFingerprints,
+          m_eventStrings};
+}
+
+std::string VynProfileLogReader::deriveStatistics() {
+  m_executeAverage = averagesOf(m_executeGroups);
+  m_executeMax = slowestFiguresOf(m_executeGroups);
+  m_executeMin = fastestFiguresOf(m_executeGroups);
+  m_applyBinarySectionAverage = averagesOf(m_applyBinarySectionGroups);
+  m_applyBinarySectionMax = slowestFiguresOf(m_applyBinarySectionGroups);
+  m_applyBinarySectionMin = fastestFiguresOf(m_applyBinarySectionGroups);
+  std::string messages = m_asyncExecute ? deriveQueueWaits() : std::string();
+  deriveInitTotals();
+  return messages;
+}
+
+std::string VynProfileLogReader::deriveQueueWaits() {
+  QueueWaits waits = queueWaitsOf(m_executeGroups);
+  m_queueWaitSeries = std::move(waits.series);
+  m_queueWaitMax = std::move(waits.slowest);
+  m_queueWaitMin = std::move(waits.fastest);
+  return std::move(waits.messages);
+}
+
+void VynProfileLogReader::deriveInitTotals() {
+  InitSteps steps;
+  steps.contextCreate = {m_contextCreateTimestamp, m_contextCreateTime};
+  steps.composeGraphsDuration = m_composeGraphsTime;
+  steps.finalizeGroups = m_hasFinalize ? &m_finalizeGroups : nullptr;
+  if (m_hasCreateFromBinaryEvents) {
+    steps.createFromBinary = StepTime{m_createFromBinaryTimestamp, m_createFromBinaryTime};
+  }
+  const StepTime init = initTimeOf(steps);
+  m_initTimestamp = init.timestamp;
+  m_initTime = init.duration;
+}
+
+}  // namespace vyn::profiling

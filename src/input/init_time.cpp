@@ -1,0 +1,17 @@
+#include "input/init_time.h"
+
+namespace vyn::profiling {
+
+StepTime initTimeOf(const InitSteps& steps) {
+  StepTime init;
+  if (steps.finalizeGroups != nullptr) {
+    init = {steps.contextCreate.timestamp,
+            steps.contextCreate.duration + steps.composeGraphsDuration};
+    for (const EventGroup& group : *steps.finalizeGroups) {
+      init.duration += group.duration;
+    }
+  }
+  return init.duration == 0 && steps.createFromBinary ? *steps.createFromBinary : init;
+}
+
+}  // namespace vyn::profiling

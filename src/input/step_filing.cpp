@@ -1,0 +1,30 @@
+// Messages of which the last one that is taken counts.
+
+#include <list>
+#include <utility>
+
+#include "input/event_decoder.h"
+#include "input/message_duration.h"
+#include "input/message_filing.h"
+
+namespace vyn::profiling {
+
+bool isVisible(const schema::Message& message, VisibilityLevel readersLevel) {
+  return message.visibilityLevel() < static_cast<std::int8_t>(readersLevel);
+}
+
+bool fileStep(const schema::Message& message, const StepStore& store,
+              std::list<std::string>& strings) {
+  // Decoded first: when memory runs out, the store keeps what it had.
+  std::list<std::string> newStrings;
+  store.events = decodeEvents(message.profilingEvents(), newStrings);
+  strings.splice(strings.end(), newStrings);
+  store.duration = messageDuration(message);
+  store.timestamp = message.header()->timestamp();
+  if (store.isSeen != nullptr) {
+    *store.isSeen = true;
+  }
+  return true;
+}
+
+}  // namespace vyn::profiling
