@@ -98,29 +98,37 @@ bool VynProfileLogReader::dispatchMessage(const schema::Message& message) {
 StepStore VynProfileLogReader::storeOf(schema::MethodType step) {
   switch (step) {
     case schema::MethodType::BACKEND_CREATE_FROM_BINARY:
-      return {m_createFromBinaryTime, m_createFromBinaryTimestamp, m_createFromBinaryEvents,
-              &m_hasCreateFromBinaryEvents};
+      return {.duration = m_createFromBinaryTime,
+              .timestamp = m_createFromBinaryTimestamp,
+              .events = m_createFromBinaryEvents,
+              .isSeen = &m_hasCreateFromBinaryEvents};
     case schema::MethodType::APP_EXECUTE_IPS:
-      return {m_executeIpsTime, m_executeIpsTimestamp, m_executeIpsEvents, &m_hasExecuteIps};
+      return {.duration = m_executeIpsTime,
+              .timestamp = m_executeIpsTimestamp,
+              .events = m_executeIpsEvents,
+              .isSeen = &m_hasExecuteIps};
     case schema::MethodType::LIBRARY_LOAD:
-      return {m_libLoadTime, m_libLoadTimestamp, m_libLoadEvents, &m_hasLibLoad};
+      return {.duration = m_libLoadTime,
+              .timestamp = m_libLoadTimestamp,
+              .events = m_libLoadEvents,
+              .isSeen = &m_hasLibLoad};
     default:
-      return {m_deInitTime, m_deInitTimestamp, m_deInitEvents};
+      return {.duration = m_deInitTime, .timestamp = m_deInitTimestamp, .events = m_deInitEvents};
   }
 }
 
 GraphStores VynProfileLogReader::graphStores() {
-  return {m_initEvents,
-          m_hasInitEvents,
-          m_finalizeGroups,
-          m_hasFinalize,
-          m_hasFinalizeEvents,
-          m_executeGroups,
-          m_executeGroupIndex,
-          m_applyBinarySectionGroups,
-          m_applyBinarySectionGroupIndex,
-          m_nameFingerprints,
-          m_eventStrings};
+  return {.initEvents = m_initEvents,
+          .hasInitEvents = m_hasInitEvents,
+          .finalizeGroups = m_finalizeGroups,
+          .hasFinalize = m_hasFinalize,
+          .hasFinalizeEvents = m_hasFinalizeEvents,
+          .executions = m_executeGroups,
+          .executionIndex = m_executeGroupIndex,
+          .binarySections = m_applyBinarySectionGroups,
+          .binarySectionIndex = m_applyBinarySectionGroupIndex,
+          .nameFingerprints = m_nameFingerprints,
+          .strings = m_eventStrings};
 }
 
 std::string VynProfileLogReader::deriveStatistics() {
@@ -145,11 +153,12 @@ std::string VynProfileLogReader::deriveQueueWaits() {
 
 void VynProfileLogReader::deriveInitTotals() {
   InitSteps steps;
-  steps.contextCreate = {m_contextCreateTimestamp, m_contextCreateTime};
+  steps.contextCreate = {.timestamp = m_contextCreateTimestamp, .duration = m_contextCreateTime};
   steps.composeGraphsDuration = m_composeGraphsTime;
   steps.finalizeGroups = m_hasFinalize ? &m_finalizeGroups : nullptr;
   if (m_hasCreateFromBinaryEvents) {
-    steps.createFromBinary = StepTime{m_createFromBinaryTimestamp, m_createFromBinaryTime};
+    steps.createFromBinary =
+        StepTime{.timestamp = m_createFromBinaryTimestamp, .duration = m_createFromBinaryTime};
   }
   const StepTime init = initTimeOf(steps);
   m_initTimestamp = init.timestamp;

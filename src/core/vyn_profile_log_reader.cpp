@@ -57,8 +57,12 @@ std::string VynProfileLogReader::getHeaderDetails() {
     log::log(log::kDebug, "Header details unavailable.");
     return {};
   }
-  return headerDetails({m_inputLogFileLocation, m_epochTime, m_steadyClockTimestamp, m_timeScale,
-                        m_netRunVersion, m_backendVersion});
+  return headerDetails({.inputLogFileLocation = m_inputLogFileLocation,
+                        .epochTime = m_epochTime,
+                        .steadyClockTimestamp = m_steadyClockTimestamp,
+                        .timeScale = m_timeScale,
+                        .netRunVersion = m_netRunVersion,
+                        .backendVersion = m_backendVersion});
 }
 
 }  // namespace vyn::profiling
