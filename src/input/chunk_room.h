@@ -6,7 +6,7 @@
 
 namespace vyn::profiling {
 
-/// A chunk with room for `size` bytes; null, with a log line at level 1, when there is no memory
+/// A chunk with room for `size` bytes; null, with an error in the log lines, when there is no memory
 /// for it. When memory is gone for good the line is missing.
 ChunkBuffer makeChunkOrLog(std::size_t size);
 

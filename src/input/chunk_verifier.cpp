@@ -23,7 +23,7 @@ bool verifies(std::span<const std::uint8_t> chunk, std::size_t maxTables) {
 }  // namespace
 
 // Every table that a writer made has a slot of its own that names it, so a usual log never comes
-// near the first limit. Sub-events that are shared between events, level upon level, can name more
+// near the first limit. Sub-events that are shared between events, layer upon layer, can name more
 // tables than anyone could ever walk; the library's own limit of a million is too low for long
 // runs.
 bool ChunkVerifier::isSound(std::span<const std::uint8_t> chunk) {
