@@ -4,7 +4,9 @@
 
 #include "core/process_state.h"
 
-#include <iostream>  // the first initialiser of the standard streams, before all other objects
+// Also makes the first initialiser of the standard streams, before all other objects: as long as
+// the standard library does that for each file that includes it.
+#include <iostream>
 
 #include "json/json_document.h"
 #include "log/logger_registry.h"

@@ -3,8 +3,6 @@
 #include <ostream>
 
 #include "core/vyn_profile_log_reader.h"
-#include "input/event_kind.h"
-#include "input/inferences_per_second.h"
 #include "report/csv_events.h"
 
 namespace vyn::profiling {
@@ -54,14 +52,14 @@ void VynProfileLogReader::writeExecuteCsv(std::ostream& stream) {
 }
 
 void VynProfileLogReader::writeExecuteIpsCsv(std::ostream& stream) {
-  if (const auto rate = inferencesPerSecond(m_executeIpsEvents); m_hasExecuteIps && rate) {
+  if (const auto rate = executeRate()) {
     writeRateRow(stream, m_executeIpsTimestamp, *rate);
   }
 }
 
 void VynProfileLogReader::writeLibLoadCsv(std::ostream& stream) {
-  if (!m_libLoadEvents.empty()) {
-    writeStepRow(stream, m_libLoadTimestamp, "DLOPEN LATENCY", numberOf(m_libLoadEvents.front()));
+  if (const auto latency = backendLatency()) {
+    writeStepRow(stream, m_libLoadTimestamp, "DLOPEN LATENCY", *latency);
   }
 }
 

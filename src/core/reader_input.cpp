@@ -8,7 +8,6 @@
 #include "input/byte_source.h"
 #include "input/chunk_room.h"
 #include "input/init_time.h"
-#include "input/message_duration.h"
 #include "input/queue_waits.h"
 #include "log/logger_registry.h"
 
@@ -77,43 +76,43 @@ bool VynProfileLogReader::dispatchMessage(const schema::Message& message) {
     case MethodType::APPLY_BINARY_SECTION:
       return isTaken && fileBinarySection(message, graphStores());
     case MethodType::APP_CONTEXT_CREATE:
-      m_contextCreateTimestamp = message.header()->timestamp();  // of one that is not taken, too
-      m_contextCreateTime = isTaken ? messageDuration(message) : m_contextCreateTime;
-      return isTaken;
+      return fileTiming(message, isTaken,
+                        {.duration = m_contextCreateTime, .timestamp = m_contextCreateTimestamp});
     case MethodType::APP_COMPOSE_GRAPHS:
-      m_composeGraphsTimestamp = message.header()->timestamp();  // the same
-      m_composeGraphsTime = isTaken ? messageDuration(message) : m_composeGraphsTime;
-      return isTaken;
-    case MethodType::BACKEND_CREATE_FROM_BINARY:
-    case MethodType::BACKEND_DEINIT:
-    case MethodType::APP_EXECUTE_IPS:
-    case MethodType::LIBRARY_LOAD:
-      return isTaken && fileStep(message, storeOf(message.method()), m_eventStrings);
+      return fileTiming(message, isTaken,
+                        {.duration = m_composeGraphsTime, .timestamp = m_composeGraphsTimestamp});
     default:
-      log::log(log::kError, "Unknown method type.");
-      return false;
+      return dispatchStep(message, isTaken);
   }
 }
 
-StepStore VynProfileLogReader::storeOf(schema::MethodType step) {
-  switch (step) {
-    case schema::MethodType::BACKEND_CREATE_FROM_BINARY:
-      return {.duration = m_createFromBinaryTime,
-              .timestamp = m_createFromBinaryTimestamp,
-              .events = m_createFromBinaryEvents,
-              .isSeen = &m_hasCreateFromBinaryEvents};
-    case schema::MethodType::APP_EXECUTE_IPS:
-      return {.duration = m_executeIpsTime,
-              .timestamp = m_executeIpsTimestamp,
-              .events = m_executeIpsEvents,
-              .isSeen = &m_hasExecuteIps};
-    case schema::MethodType::LIBRARY_LOAD:
-      return {.duration = m_libLoadTime,
-              .timestamp = m_libLoadTimestamp,
-              .events = m_libLoadEvents,
-              .isSeen = &m_hasLibLoad};
+bool VynProfileLogReader::dispatchStep(const schema::Message& message, bool isTaken) {
+  using schema::MethodType;
+  const auto file = [&](const StepStore& store) {
+    return isTaken && fileStep(message, store, m_eventStrings);
+  };
+  switch (message.method()) {
+    case MethodType::BACKEND_CREATE_FROM_BINARY:
+      return file({.duration = m_createFromBinaryTime,
+                   .timestamp = m_createFromBinaryTimestamp,
+                   .events = m_createFromBinaryEvents,
+                   .isSeen = &m_hasCreateFromBinaryEvents});
+    case MethodType::BACKEND_DEINIT:
+      return file(
+          {.duration = m_deInitTime, .timestamp = m_deInitTimestamp, .events = m_deInitEvents});
+    case MethodType::APP_EXECUTE_IPS:
+      return file({.duration = m_executeIpsTime,
+                   .timestamp = m_executeIpsTimestamp,
+                   .events = m_executeIpsEvents,
+                   .isSeen = &m_hasExecuteIps});
+    case MethodType::LIBRARY_LOAD:
+      return file({.duration = m_libLoadTime,
+                   .timestamp = m_libLoadTimestamp,
+                   .events = m_libLoadEvents,
+                   .isSeen = &m_hasLibLoad});
     default:
-      return {.duration = m_deInitTime, .timestamp = m_deInitTimestamp, .events = m_deInitEvents};
+      log::log(log::kError, "Unknown method type.");
+      return false;
   }
 }
 

@@ -57,7 +57,7 @@ void VynProfileLogReader::printDeInitStats(std::ostream& stream) {
 }
 
 void VynProfileLogReader::printExecuteStatsOverall(std::ostream& stream) {
-  if (const auto rate = inferencesPerSecond(m_executeIpsEvents); m_hasExecuteIps && rate) {
+  if (const auto rate = executeRate()) {
     printRateBlock(stream, *rate);
   }
 }
@@ -91,8 +91,8 @@ ExecuteBlock VynProfileLogReader::executeBlock(const Heading& heading,
 }
 
 void VynProfileLogReader::printLibLoadStats(std::ostream& stream) {
-  if (m_hasLibLoad && !m_libLoadEvents.empty()) {
-    printLibLoadBlock(stream, numberOf(m_libLoadEvents.front()));
+  if (const auto latency = backendLatency(); m_hasLibLoad && latency) {
+    printLibLoadBlock(stream, *latency);
   }
 }
 
@@ -118,6 +118,14 @@ void VynProfileLogReader::printApplyBinarySectionStats(std::ostream& stream, con
     printBinarySectionBlock(stream, heading, figures,
                             listerOf(m_applyBinarySectionGroups, eventsOf));
   }
+}
+
+std::optional<float> VynProfileLogReader::executeRate() const {
+  return m_hasExecuteIps ? inferencesPerSecond(m_executeIpsEvents) : std::nullopt;
+}
+
+std::optional<std::uint64_t> VynProfileLogReader::backendLatency() const {
+  return m_libLoadEvents.empty() ? std::nullopt : std::optional(numberOf(m_libLoadEvents.front()));
 }
 
 const std::vector<EventNode>* VynProfileLogReader::listedInitEvents() const {
@@ -146,7 +154,7 @@ GraphEventLister VynProfileLogReader::listerOf(const std::vector<EventGroup>& gr
 GraphEventLister VynProfileLogReader::listerOf(const std::vector<ExecutionGroup>& groups,
                                                EventsOf eventsOf) {
   return [this, &groups, eventsOf](std::ostream& stream, std::size_t graph) {
-    // After a read that memory ended, the figures may be those of fewer graphs, never of more.
+    // Figures and executions stand apart: those of a derived reader may not agree.
     if (graph < groups.size()) {
       printEvents(stream, eventsOf(groups[graph], listedPayloads()));
     }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,7 +56,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   // are handed on as they stand, to be changed.
   void takeChunk(const Chunk& chunk);
   bool dispatchMessage(const schema::Message& message);
-  StepStore storeOf(schema::MethodType step);
+  bool dispatchStep(const schema::Message& message, bool isTaken);
   GraphStores graphStores();
 
   // Statistics, derived once the whole log is read. The first two return what is to be printed.
@@ -84,6 +85,10 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   ExecuteBlock executeBlock(const Heading& heading, std::vector<ExecuteFigure> figures) const;
   void printApplyBinarySectionStats(std::ostream& stream, const Heading& heading,
                                     const std::vector<EventGroup>& figures, EventsOf eventsOf);
+
+  /// The inferences per second, and the backend's latency in microseconds, of logs that have them.
+  std::optional<float> executeRate() const;
+  std::optional<std::uint64_t> backendLatency() const;
 
   // The events of initialisation are its own or else those of a creation from a binary; null when
   // there are none to list.
@@ -131,7 +136,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   std::uint64_t m_createFromBinaryTimestamp = 0;
   std::vector<EventNode> m_createFromBinaryEvents;
   bool m_hasCreateFromBinaryEvents = false;
-  bool m_hasApplyBinarySection = false;  // gates the three apply-binary-section blocks
+  bool m_hasApplyBinarySection = false;  // gates its three blocks; derived readers set it
   std::vector<EventGroup> m_finalizeGroups;
   bool m_hasFinalize = false;
   bool m_hasFinalizeEvents = false;
@@ -151,7 +156,7 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   std::uint64_t m_executeIpsTimestamp = 0;
   std::vector<EventNode> m_executeIpsEvents;
   bool m_hasExecuteIps = false;
-  bool m_omitExecuteDetails = false;  // leaves queue waits and events out of the execute blocks
+  bool m_omitExecuteDetails = false;  // no queue waits and events; derived readers set it
   std::uint64_t m_deInitTime = 0;
   std::uint64_t m_deInitTimestamp = 0;
   std::vector<EventNode> m_deInitEvents;

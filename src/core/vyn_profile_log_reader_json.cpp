@@ -1,13 +1,21 @@
 #include "core/vyn_profile_log_reader_json.h"
 
+#include <string_view>
+
 #include "core/start_logging.h"
 #include "json/document_file.h"
+#include "json/json_keys.h"
 #include "json/message_to_json.h"
 #include "json/metadata_to_json.h"
 #include "log/logger_registry.h"
 
 namespace vyn::profiling {
 namespace {
+
+JsonValue::StringRefType constantKey(JsonKey key) {
+  const std::string_view name = nameOf(key);
+  return {name.data(), static_cast<rapidjson::SizeType>(name.size())};
+}
 
 // Forgets the log's texts at the end of a read, however it ends.
 class TextsOfOneLog {
@@ -39,7 +47,7 @@ bool VynProfileLogReaderJSON::readInputFile(bool /*writeObjectPayloads*/) {
     return false;
   }
   auto& allocator = g_jsonDocument.GetAllocator();
-  m_jsonRoot.AddMember(rapidjson::StringRef("messages"), messages, allocator);
+  m_jsonRoot.AddMember(constantKey(JsonKey::kMessages), messages, allocator);
   g_jsonDocument.PushBack(m_jsonRoot, allocator);
   return true;
 }
@@ -63,7 +71,7 @@ void VynProfileLogReaderJSON::addMetadataToJson() {
   }
   JsonValue metadata = m_values.build(
       [&](ValueBuilder& out) { metadataToJson(*header, m_inputLogFileLocation, out); });
-  m_jsonRoot.AddMember(rapidjson::StringRef("metadata"), metadata, g_jsonDocument.GetAllocator());
+  m_jsonRoot.AddMember(constantKey(JsonKey::kMetadata), metadata, g_jsonDocument.GetAllocator());
   m_metadataAdded = true;
 }
 

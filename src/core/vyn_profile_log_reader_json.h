@@ -28,7 +28,8 @@ class VynProfileLogReaderJSON : public VynProfileLogReader {
   /// Appends the chunk's next message. At the end of the chunk sets m_reachedEof and returns false.
   bool addNextMessageToJson(JsonValue& messages);
 
-  /// An event of the current chunk with all its sub-events as an object. Never null.
+  /// An event of the current chunk, never null, with all its sub-events as an object. For derived
+  /// readers.
   JsonValue eventToJson(const schema::Event* event);
 
   JsonValue m_jsonRoot{rapidjson::kObjectType};  // null once the read is complete

@@ -19,8 +19,8 @@ struct ChunkLoading {
 };
 
 /// Loads the chunks of a log into `util`, one after another, and releases the last one in the end,
-/// however the reading ends. Returns false when the log was not accepted: a chunk is corrupt, cut
-/// short or has no room, or the source failed. What `loading` throws leaves it.
+/// however the reading ends. Returns false when the log was not accepted: a chunk is corrupt, be
+/// it for want of its end, or has no room, or the source failed. What `loading` throws leaves it.
 bool loadChunks(ByteSource& source, FlatBufferReaderUtil& util, const ChunkLoading& loading);
 
 }  // namespace vyn::profiling

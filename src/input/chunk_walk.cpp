@@ -54,7 +54,9 @@ class Walk {
 
   // With an empty chunk, which no sink takes.
   bool refuse(WalkEnd end) {
-    m_sink.take({makeChunk(0), 0}, m_result.last);
+    if (const ChunkBuffer chunk = m_sink.roomFor(0)) {
+      m_sink.take({chunk, 0}, m_result.last);
+    }
     return endAt(end, false);
   }
 

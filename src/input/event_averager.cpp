@@ -115,7 +115,7 @@ void EventAverager::Siblings::append(const EventNode& event) {
 }
 
 std::vector<EventNode> EventAverager::Siblings::takeAverages(Payloads payloads) {
-  m_firstEntries = {};
+  m_firstEntries = decltype(m_firstEntries)();
   std::vector<EventNode> means;
   means.reserve(m_entries.size());
   for (Entry& entry : m_entries) {

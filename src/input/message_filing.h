@@ -15,9 +15,14 @@
 
 namespace vyn::profiling {
 
-// Each file operation decodes one message and puts it into the stores that it is handed. It returns
-// false when the message does not belong there, and then changes nothing. One that throws, for want
-// of memory, leaves the stores as they were.
+// Each file operation decodes one message, puts it into the stores that it is handed and returns
+// whether it did. One that throws, for want of memory, leaves the stores as they were.
+
+/// When the latest message of a step was, and how long the step took in microseconds.
+struct StepTimes {
+  std::uint64_t& duration;
+  std::uint64_t& timestamp;
+};
 
 /// Where the latest message of a step of the whole run stands. Durations are in microseconds.
 struct StepStore {
@@ -44,12 +49,17 @@ struct GraphStores {
 };
 
 /// True for a message that a reader of this level takes: one of a lower level.
-bool isVisible(const schema::Message& message, VisibilityLevel readersLevel);
+inline bool isVisible(const schema::Message& message, VisibilityLevel readersLevel) {
+  return message.visibilityLevel() < static_cast<std::int8_t>(readersLevel);
+}
+
+/// The time stamp is stored even of a message that is not taken.
+bool fileTiming(const schema::Message& message, bool isTaken, const StepTimes& times);
 
 bool fileStep(const schema::Message& message, const StepStore& store,
               std::list<std::string>& strings);
 
-// These need a graph's name.
+// Messages without a graph's name are not taken.
 bool fileExecution(const schema::Message& message, const GraphStores& stores);
 bool fileFinalize(const schema::Message& message, const GraphStores& stores);
 bool fileGraphComponent(const schema::Message& message, const GraphStores& stores);

@@ -34,6 +34,25 @@ std::uint64_t waitOf(const NamedSeries& series) {
 
 std::uint64_t waitOf(const NamedValue& value) { return value.value; }
 
+// In microseconds; none unless there is exactly one.
+std::optional<std::uint64_t> queueWaitOf(const std::vector<EventNode>& events) {
+  std::optional<std::uint64_t> wait;
+  int count = 0;
+  const auto look = [&](const EventNode& event) {
+    if (hasType(event, schema::EventType::EXECUTE_QUEUE_WAIT)) {
+      wait = numberOf(event);
+      ++count;
+    }
+  };
+  for (const EventNode& event : events) {
+    look(event);
+    for (const EventNode& child : event.children) {
+      look(child);
+    }
+  }
+  return count == 1 ? wait : std::nullopt;
+}
+
 std::optional<NamedSeries> seriesOf(const ExecutionGroup& group) {
   NamedSeries series{group.name, {}};
   for (const ExecutionRecord& record : group.records) {
@@ -91,24 +110,6 @@ std::vector<ExecuteFigure> subtractWaits(const std::vector<EventGroup>& figures,
 }
 
 }  // namespace
-
-std::optional<std::uint64_t> queueWaitOf(const std::vector<EventNode>& events) {
-  std::optional<std::uint64_t> wait;
-  int count = 0;
-  const auto look = [&](const EventNode& event) {
-    if (hasType(event, schema::EventType::EXECUTE_QUEUE_WAIT)) {
-      wait = numberOf(event);
-      ++count;
-    }
-  };
-  for (const EventNode& event : events) {
-    look(event);
-    for (const EventNode& child : event.children) {
-      look(child);
-    }
-  }
-  return count == 1 ? wait : std::nullopt;
-}
 
 QueueWaits queueWaitsOf(const std::vector<ExecutionGroup>& groups) {
   QueueWaits waits;

@@ -10,12 +10,9 @@
 
 namespace vyn::profiling {
 
-/// The queue wait (microseconds) of one execution, which must have exactly one queue-wait event
-/// among its events and their direct sub-events; otherwise empty.
-std::optional<std::uint64_t> queueWaitOf(const std::vector<EventNode>& events);
-
 /// The queue waits of graphs that were executed asynchronously. Each of the three is empty when an
-/// execution that it looks at has not exactly one queue wait; `messages` then has a line for it.
+/// execution that it looks at has not exactly one queue-wait event among its events and their
+/// direct sub-events; `messages` then has a line for it.
 struct QueueWaits {
   std::vector<NamedSeries> series;  ///< of every execution
   std::vector<NamedValue> slowest;  ///< of each graph's slowest execution

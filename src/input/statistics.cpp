@@ -19,8 +19,6 @@ std::vector<EventGroup> figuresOf(const std::vector<ExecutionGroup>& groups, con
   return figures;
 }
 
-}  // namespace
-
 EventGroup averageOf(const ExecutionGroup& group) {
   std::uint64_t durations = 0;
   for (const ExecutionRecord& record : group.records) {
@@ -28,6 +26,8 @@ EventGroup averageOf(const ExecutionGroup& group) {
   }
   return {group.name, durations / group.records.size(), group.records.back().timestamp, {}};
 }
+
+}  // namespace
 
 const ExecutionRecord& slowestOf(const ExecutionGroup& group) {
   const ExecutionRecord* slowest = &group.records.front();

@@ -9,9 +9,6 @@ namespace vyn::profiling {
 
 // Pure functions over the executions of graphs. A group holds at least one record.
 
-/// Mean duration (truncated) and the last record's time stamp, without events.
-EventGroup averageOf(const ExecutionGroup& group);
-
 /// The longest and the shortest execution; of several, the last one.
 const ExecutionRecord& slowestOf(const ExecutionGroup& group);
 const ExecutionRecord& fastestOf(const ExecutionGroup& group);
@@ -24,7 +21,8 @@ std::vector<EventNode> fastestEventsOf(const ExecutionGroup& group, Payloads pay
 
 using EventsOf = std::vector<EventNode> (*)(const ExecutionGroup&, Payloads);
 
-/// A figure for each graph, in their order: the average, and those of the chosen executions
+/// A figure for each graph, in their order: the mean duration (truncated) with the last record's
+/// time stamp, and those of the chosen executions
 /// (without their events, which stay where they are until they are listed).
 std::vector<EventGroup> averagesOf(const std::vector<ExecutionGroup>& groups);
 std::vector<EventGroup> slowestFiguresOf(const std::vector<ExecutionGroup>& groups);

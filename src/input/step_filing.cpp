@@ -1,4 +1,4 @@
-// Messages of which the last one that is taken counts.
+// Messages of steps of the whole run, of which the last one that is taken counts.
 
 #include <list>
 #include <utility>
@@ -9,8 +9,12 @@
 
 namespace vyn::profiling {
 
-bool isVisible(const schema::Message& message, VisibilityLevel readersLevel) {
-  return message.visibilityLevel() < static_cast<std::int8_t>(readersLevel);
+bool fileTiming(const schema::Message& message, bool isTaken, const StepTimes& times) {
+  times.timestamp = message.header()->timestamp();
+  if (isTaken) {
+    times.duration = messageDuration(message);
+  }
+  return isTaken;
 }
 
 bool fileStep(const schema::Message& message, const StepStore& store,

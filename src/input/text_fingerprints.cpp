@@ -61,7 +61,7 @@ void add(std::string_view bytes, std::array<std::uint64_t, 2>& sums) {
 void TextFingerprints::startChunk(std::span<const std::uint8_t> chunk) {
   m_chunk = {reinterpret_cast<const char*>(chunk.data()), chunk.size()};
   m_lookedAt = 0;
-  m_sums = {};
+  m_sums = std::vector<Sums>();
 }
 
 TextFingerprint TextFingerprints::of(std::string_view text) {

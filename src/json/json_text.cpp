@@ -9,7 +9,7 @@
 namespace vyn::profiling {
 namespace {
 
-constexpr std::size_t kIndentWidth = 4;  // blanks a depth
+constexpr std::size_t kIndentWidth = 4;  // blanks for each depth
 
 bool needsEscaping(std::string_view text) {
   bool found = false;

@@ -28,8 +28,8 @@ void TextStore::startChunk(const std::uint8_t* chunk) {
 
 void TextStore::endLog() {
   m_chunk = nullptr;
-  m_texts = {};
-  m_runs = {};
+  m_texts = decltype(m_texts)();
+  m_runs.clear();
 }
 
 std::string_view TextStore::store(const flatbuffers::String& text) {

@@ -58,7 +58,7 @@ void printExecuteBlock(std::ostream& stream, const ExecuteBlock& block,
   for (std::size_t i = 0; i < block.figures.size(); ++i) {
     printGraphHeading(stream, i, block.figures[i].name);
     printExecuteFigure(stream, block, block.figures[i]);
-    if (!block.omitsDetails) {
+    if (!block.omitsDetails && listEvents) {
       listEvents(stream, i);
     }
     stream << std::endl;
@@ -87,7 +87,9 @@ void printBinarySectionBlock(std::ostream& stream, const Heading& heading,
   for (std::size_t i = 0; i < figures.size(); ++i) {
     printGraphHeading(stream, i, figures[i].name);
     printTimeLine(stream, figures[i].duration);
-    listEvents(stream, i);
+    if (listEvents) {
+      listEvents(stream, i);
+    }
     stream << std::endl;
   }
 }

@@ -16,7 +16,7 @@ namespace vyn::profiling {
 // Blocks of the console summary. They print what they are handed, to the stream. Durations are in
 // microseconds.
 
-/// Lists a step's events below its times; empty for a step whose events are not listed.
+/// Lists a step's events below its times. An empty one, here and below, lists none.
 using EventLister = std::function<void(std::ostream& stream)>;
 
 /// The same for the graph with this index.

@@ -67,7 +67,9 @@ void writeExecutionRows(std::ostream& stream, const std::string& keyword,
   for (std::size_t i = 0; i < groups.size(); ++i) {
     for (const ExecutionRecord& record : groups[i].records) {
       writeGraphRow(stream, record.timestamp, keyword, record.duration, i, groups[i].name);
-      writeEvents(record.events, record.timestamp);
+      if (writeEvents) {
+        writeEvents(record.events, record.timestamp);
+      }
     }
   }
 }

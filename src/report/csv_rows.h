@@ -30,8 +30,8 @@ void writeStepRow(std::ostream& stream, std::uint64_t timestamp, const std::stri
 /// The inferences per second of the run. Leaves the stream with the decimals that they have.
 void writeRateRow(std::ostream& stream, std::uint64_t timestamp, float inferencesPerSecond);
 
-/// Writes the lines below the row of one step, from its events and time stamp; empty for steps
-/// whose events are not listed.
+/// Writes the lines below the row of one step, from its events and time stamp. An empty one writes
+/// none.
 using EventLineWriter =
     std::function<void(const std::vector<EventNode>& events, std::uint64_t timestamp)>;
 

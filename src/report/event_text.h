@@ -8,7 +8,7 @@
 
 namespace vyn::profiling {
 
-/// Blanks before a console line; twice as many before a sub-event's.
+/// Blanks before a time and an event of the console summary; twice as many before a sub-event's.
 inline constexpr std::uint64_t kIndentWidth = 4;
 
 /// The value of an event as text, plain decimal whatever the host's locale; empty for a type
