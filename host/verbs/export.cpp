@@ -12,12 +12,11 @@
 #include "host/options/log_option.h"
 #include "host/options/option_scope.h"
 #include "host/options/output_options.h"
-#include "host/output/default_output.h"
 #include "host/output/document_check.h"
+#include "host/output/document_place.h"
 #include "host/output/output_destination.h"
 #include "host/output/output_target.h"
 #include "host/output/text_files.h"
-#include "host/report_line.h"
 #include "host/verbs/verb_table.h"
 
 namespace vyn::host {
@@ -72,17 +71,9 @@ void exportTo(const LogFile& log, OutputDestination destination, files::TempFile
 void exportLog(const ExportOptions& options) {
   const LogFile log = findLog(options.log);
   checkStandardStreams(log);
-  const OutputLimit limit = options.output.limitFor(log);
-  if (!options.output.name.empty() || log.isStandardInput) {
-    const std::string name = options.output.name.empty() ? "-" : options.output.name;
-    exportTo(log, findDestination(name, log), files::TempFile::Existing::kReplaced, limit);
-    return;
-  }
-  const std::string name = defaultOutputName(log);
-  const auto existing =
-      options.output.force ? files::TempFile::Existing::kReplaced : checkDefaultOutput(name, log);
-  exportTo(log, findDestination(name, log), existing, limit);
-  reportLine("wrote " + name);
+  DocumentPlace place = findDocumentPlace(options.output.name, options.output.force, log);
+  exportTo(log, std::move(place.destination), place.existing, options.output.limitFor(log));
+  reportUnasked(place);
 }
 
 // The text with which it is refused; empty when all is well.

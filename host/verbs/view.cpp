@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "cli/spelling.h"
 #include "files/file_error.h"
@@ -15,14 +16,13 @@
 #include "host/options/log_option.h"
 #include "host/options/option_scope.h"
 #include "host/options/output_options.h"
-#include "host/output/default_output.h"
+#include "host/output/document_place.h"
 #include "host/output/output_destination.h"
 #include "host/reader/guarded_reader.h"
 #include "host/reader/reader_library.h"
 #include "host/reader/reader_names.h"
 #include "host/reader/reader_output.h"
 #include "host/reader/reading.h"
-#include "host/report_line.h"
 #include "host/verbs/verb_table.h"
 
 namespace vyn::host {
@@ -73,12 +73,10 @@ std::optional<PayloadPlaces> payloadPlaces(const ViewOptions& options) {
   return options.payloadsAnywhere ? PayloadPlaces::kAnywhere : PayloadPlaces::kCurrentDirectory;
 }
 
-void writeDefaultOutput(const Reading& reading, bool replaces) {
-  const std::string name = defaultOutputName(reading.log);
-  const auto existing =
-      replaces ? files::TempFile::Existing::kReplaced : checkDefaultOutput(name, reading.log);
-  writeOutput(reading, findDestination(name, reading.log), existing);
-  reportLine("wrote " + name);
+void writeToPlace(const Reading& reading, const OutputOptions& options) {
+  DocumentPlace place = findDocumentPlace(options.name, options.force, reading.log);
+  writeOutput(reading, std::move(place.destination), place.existing);
+  reportUnasked(place);
 }
 
 void view(const ViewOptions& options) {
@@ -97,13 +95,8 @@ void view(const ViewOptions& options) {
                         options.output.limitFor(log)};
   if (options.header) {
     printHeader(library, log, options);
-  } else if (!options.output.name.empty()) {
-    writeOutput(reading, findDestination(options.output.name, log),
-                files::TempFile::Existing::kReplaced);
-  } else if (reader.output == OutputKind::kJsonDocument && log.isStandardInput) {
-    writeOutput(reading, findDestination("-", log), files::TempFile::Existing::kReplaced);
-  } else if (reader.output == OutputKind::kJsonDocument) {
-    writeDefaultOutput(reading, options.output.force);
+  } else if (reader.output == OutputKind::kJsonDocument || !options.output.name.empty()) {
+    writeToPlace(reading, options.output);
   } else {
     printOutput(reading);
   }

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <iostream>
 
+#include "files/file_descriptor.h"
 #include "files/file_error.h"
 
 namespace vyn::files {

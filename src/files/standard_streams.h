@@ -1,12 +1,10 @@
 #pragma once
 
-#include "files/file_descriptor.h"
-
 namespace vyn::files {
 
 /// Call first. Makes failing writes come back as errors instead of killing the program, and fills
 /// descriptors 0 to 2 when they are closed, lest an output file get the number of a standard stream
-/// and the reader's log lines with it. Reading from or writing to one that was closed fails.
+/// and what others print there with it. Reading from or writing to one that was closed fails.
 void prepareStandardStreams();
 
 /// What messages call standard output.

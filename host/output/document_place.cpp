@@ -1,4 +1,4 @@
-#include "host/output/default_output.h"
+#include "host/output/document_place.h"
 
 #include <fcntl.h>
 #include <rapidjson/document.h>
@@ -12,6 +12,7 @@
 
 #include "files/file_descriptor.h"
 #include "files/file_error.h"
+#include "host/report_line.h"
 
 namespace vyn::host {
 namespace {
@@ -42,12 +43,6 @@ std::string logOfDocument(const std::string& file) {
   return path.IsString() ? std::string(path.GetString(), path.GetStringLength()) : "";
 }
 
-}  // namespace
-
-std::string defaultOutputName(const LogFile& log) {
-  return fs::path(log.path).filename().string() + ".json";
-}
-
 files::TempFile::Existing checkDefaultOutput(const std::string& name, const LogFile& log) {
   struct stat found {};
   if (lstat(name.c_str(), &found) != 0) {
@@ -60,6 +55,25 @@ files::TempFile::Existing checkDefaultOutput(const std::string& name, const LogF
     throw files::FileError(name, files::explain(EEXIST));
   }
   return files::TempFile::Existing::kReplaced;
+}
+
+}  // namespace
+
+DocumentPlace findDocumentPlace(const std::string& name, bool isReplaced, const LogFile& log) {
+  if (!name.empty() || log.isStandardInput) {
+    return {findDestination(name.empty() ? "-" : name, log), files::TempFile::Existing::kReplaced,
+            ""};
+  }
+  const std::string file = fs::path(log.path).filename().string() + ".json";
+  const auto existing =
+      isReplaced ? files::TempFile::Existing::kReplaced : checkDefaultOutput(file, log);
+  return {findDestination(file, log), existing, file};
+}
+
+void reportUnasked(const DocumentPlace& place) {
+  if (!place.unasked.empty()) {
+    reportLine("wrote " + place.unasked);
+  }
 }
 
 }  // namespace vyn::host
