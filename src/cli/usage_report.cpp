@@ -50,7 +50,7 @@ std::string explainUnknownOption(const CLI::App& app, const std::string& word) {
 // count how many values it got and wanted: one in every case, or none for a flag.
 std::string explainValueCount(const CLI::App& app, const CLI::ParseError& error,
                               const std::string& isRepeated) {
-  const std::string text = error.what();
+  std::string text = error.what();
   std::string name = text.substr(0, text.find_first_of(": "));
   if (!name.starts_with('-')) {
     name = "--" + name;

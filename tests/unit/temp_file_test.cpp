@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <iterator>
 
 #include "files/file_error.h"
 #include "support/temp_folder.h"
@@ -15,7 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using test::TempFolder;
 using testing::HasSubstr;
-using testing::Property;
 using testing::ThrowsMessage;
 
 std::ptrdiff_t countFiles(const TempFolder& folder) {
