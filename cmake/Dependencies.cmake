@@ -1,13 +1,17 @@
-# Libraries that are called, each as an interface target whose headers count as system headers.
+# Libraries that are called. Their headers count as system headers, for the targets are imported.
 
-function(vyn_header_only_dependency name header)
-  find_path(${name}_INCLUDE_DIR ${header} REQUIRED)
+find_package(CLI11 2 REQUIRED)
+find_package(FlatBuffers 2 REQUIRED)
+find_program(VYN_FLATC flatc REQUIRED)
+
+# These two come without a target.
+function(vyn_header_only_dependency name directory)
   add_library(${name} INTERFACE IMPORTED)
-  target_include_directories(${name} SYSTEM INTERFACE "${${name}_INCLUDE_DIR}")
+  target_include_directories(${name} SYSTEM INTERFACE "${directory}")
 endfunction()
 
-vyn_header_only_dependency(vyn_flatbuffers flatbuffers/flatbuffers.h)
-vyn_header_only_dependency(vyn_rapidjson rapidjson/document.h)
-vyn_header_only_dependency(vyn_xxhash xxhash.h)
-vyn_header_only_dependency(vyn_cli11 CLI/CLI.hpp)
-find_program(VYN_FLATC flatc REQUIRED)
+find_package(RapidJSON 1.1 REQUIRED)
+vyn_header_only_dependency(vyn_rapidjson "${RAPIDJSON_INCLUDE_DIRS}")
+
+find_path(XXHASH_INCLUDE_DIR xxhash.h REQUIRED)
+vyn_header_only_dependency(vyn_xxhash "${XXHASH_INCLUDE_DIR}")

@@ -2,9 +2,9 @@
 
 namespace vyn::host {
 
-/// Parses the command line and runs the verb that it names. Returns the exit status: 0 for success
-/// (help and version too), 2 for wrong usage, which is reported. Throws HostError when a verb
-/// fails.
+/// Parses the command line and runs the verb that it names. Returns the exit status: what the verb
+/// set, cli::kDone for help and version, cli::kWrongUsage for wrong usage, which is reported.
+/// Throws files::FileError when a verb fails.
 int runCommandLine(int argc, char** argv);
 
 }  // namespace vyn::host

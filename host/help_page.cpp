@@ -1,4 +1,4 @@
-#include "help_page.h"
+#include "host/help_page.h"
 
 namespace vyn::host {
 

@@ -2,41 +2,28 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdint>
-#include <cstdio>
-#include <exception>
 #include <limits>
 #include <new>
 #include <optional>
-#include <sstream>
 #include <string>
 
 #include "base/version/profile_viewer_version.h"
-#include "host/host_error.h"
-#include "host/interruption.h"
-#include "host/printable_text.h"
-#include "host/standard_streams.h"
+#include "cli/program.h"
+#include "cli/usage_report.h"
 #include "logmaker/chunk_writer.h"
 #include "logmaker/options.h"
 #include "logmaker/output_file.h"
 #include "logmaker/progress.h"
 #include "logmaker/record_writer.h"
 #include "logmaker/scenario.h"
-#include "logmaker/usage_report.h"
 
 namespace vyn::logmaker {
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
+constexpr char kProgramName[] = "vyn-make-log";
 
 constexpr char kNotEnoughMemory[] =
     "not enough memory; free some memory or ask for less with --nodes, --graphs or --chunk-size";
-
-// Names and values of the command line may hold what would break the line or what a terminal obeys.
-void reportLine(const std::string& text) {
-  const std::string line = host::printable(text, host::LineFeeds::kEscaped);
-  std::fprintf(stderr, "vyn-make-log: %s\n", line.c_str());
-}
 
 /// Reached when one more message as large as the last would leave the log farther from its size.
 class SizeGoal {
@@ -91,50 +78,36 @@ void makeLog(const Options& options) {
   logFile.publish();
 }
 
-int finishParsing(const CLI::App& app, const CLI::ParseError& error) {
-  if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-    std::ostringstream text;  // the help or the version
-    app.exit(error, text);
-    std::fputs(text.str().c_str(), stdout);
-    host::finishStandardOutput();
-    return 0;
-  }
-  reportLine(explainUsage(app, error) + "; see vyn-make-log --help");
-  return kWrongUsage;
-}
-
 int run(int argc, char** argv) {
   Options options;
   CLI::App app("Writes a profiling log like that of a real run: equal options, equal bytes.",
-               "vyn-make-log");
+               kProgramName);
   addOptions(app, options);
   app.set_version_flag("-V,--version",
-                       std::string("vyn-make-log ") + profiling::kProfileViewerVersion)
+                       std::string(kProgramName) + " " + profiling::kProfileViewerVersion)
       ->disable_flag_override();
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return finishParsing(app, error);
+    return cli::endParsing(app, error, [&] { return explainUsage(app, error); });
   }
   makeLog(options);
-  return 0;
+  return cli::kDone;
 }
 
-int runAndReport(int argc, char** argv) {
+int runInLittleMemory(int argc, char** argv) {
   try {
-    host::prepareStandardStreams();
     return run(argc, argv);
-  } catch (const host::ClosedPipe&) {
-    host::dieOfClosedPipe();
   } catch (const std::bad_alloc&) {
-    reportLine(kNotEnoughMemory);
-  } catch (const std::exception& error) {
-    reportLine(error.what());
+    cli::reportLine(kProgramName, kNotEnoughMemory);
+    return cli::kFailed;
   }
-  return kFailed;
 }
 
 }  // namespace
 }  // namespace vyn::logmaker
 
-int main(int argc, char** argv) { return vyn::logmaker::runAndReport(argc, argv); }
+int main(int argc, char** argv) {
+  return vyn::cli::runProgram(vyn::logmaker::kProgramName,
+                              [&] { return vyn::logmaker::runInLittleMemory(argc, argv); });
+}

@@ -1,34 +1,12 @@
 #include "logmaker/number_options.h"
 
-#include <strings.h>
-
-#include <algorithm>
 #include <charconv>
-#include <iterator>
-#include <string_view>
 #include <system_error>
+
+#include "cli/sizes.h"
 
 namespace vyn::logmaker {
 namespace {
-
-struct Unit {
-  const char* name;
-  const char* shortName;
-  std::uint64_t bytes;
-};
-
-constexpr std::uint64_t kThousand = 1'000;
-constexpr Unit kUnits[] = {
-    {"B", "", 1},
-    {"KB", "K", kThousand},
-    {"MB", "M", kThousand* kThousand},
-    {"GB", "G", kThousand* kThousand* kThousand},
-    {"TB", "T", kThousand* kThousand* kThousand* kThousand},
-    {"KiB", "Ki", std::uint64_t{1} << 10},
-    {"MiB", "Mi", std::uint64_t{1} << 20},
-    {"GiB", "Gi", std::uint64_t{1} << 30},
-    {"TiB", "Ti", std::uint64_t{1} << 40},
-};
 
 // The text with which a validator refuses; empty when all is well.
 using Refusal = std::string;
@@ -38,27 +16,14 @@ Refusal outOfRange(const std::string& text, NumberRange range) {
          std::to_string(range.largest);
 }
 
-// Reads digits alone, into `number`.
-std::errc parse(std::string_view digits, std::uint64_t& number) {
-  const auto [end, error] = std::from_chars(digits.begin(), digits.end(), number);
-  return error == std::errc() && end != digits.end() ? std::errc::invalid_argument : error;
-}
-
-const Unit* findUnit(const std::string& name) {
-  const auto* found = std::find_if(std::begin(kUnits), std::end(kUnits), [&name](const Unit& unit) {
-    return strcasecmp(name.c_str(), unit.name) == 0 ||
-           strcasecmp(name.c_str(), unit.shortName) == 0;
-  });
-  return found == std::end(kUnits) ? nullptr : found;
-}
-
 Refusal readNumber(std::string& text, NumberRange range) {
   std::uint64_t number = 0;
-  const std::errc error = parse(text, number);
-  if (error == std::errc::invalid_argument) {
+  const char* const last = text.data() + text.size();
+  const auto [end, problem] = std::from_chars(text.data(), last, number);
+  if (end != last || problem == std::errc::invalid_argument) {
     return "'" + text + "' is not a whole number";
   }
-  if (error != std::errc() || number < range.least || number > range.largest) {
+  if (problem != std::errc() || number < range.least || number > range.largest) {
     return outOfRange(text, range);
   }
   text = std::to_string(number);
@@ -66,20 +31,15 @@ Refusal readNumber(std::string& text, NumberRange range) {
 }
 
 Refusal readSize(std::string& text, NumberRange range) {
-  const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
-  const std::size_t name = std::min(text.find_first_not_of(' ', digits), text.size());
-  const Unit* unit = findUnit(text.substr(name));
-  std::uint64_t number = 0;
-  const std::errc error = parse(std::string_view(text).substr(0, digits), number);
-  if (unit == nullptr || error == std::errc::invalid_argument) {
+  const cli::ParsedSize size = cli::parseSize(text);
+  if (size.problem == std::errc::invalid_argument) {
     return "'" + text + "' is not a size, a whole number with or without one of the units " +
-           sizeUnits();
+           cli::sizeUnits();
   }
-  if (error != std::errc() || number > range.largest / unit->bytes ||
-      number * unit->bytes < range.least) {
+  if (size.problem != std::errc() || size.bytes < range.least || size.bytes > range.largest) {
     return outOfRange(text, range) + " bytes";
   }
-  text = std::to_string(number * unit->bytes);
+  text = std::to_string(size.bytes);
   return {};
 }
 
@@ -91,14 +51,6 @@ CLI::Validator wholeNumber(NumberRange range) {
 
 CLI::Validator size(NumberRange bytes) {
   return {[bytes](std::string& text) { return readSize(text, bytes); }, ""};
-}
-
-std::string sizeUnits() {
-  std::string names;
-  for (const Unit& unit : kUnits) {
-    names += (names.empty() ? "" : ", ") + std::string(unit.name);
-  }
-  return names;
 }
 
 }  // namespace vyn::logmaker

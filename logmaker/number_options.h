@@ -20,7 +20,4 @@ CLI::Validator wholeNumber(NumberRange range);
 /// used as a transformation.
 CLI::Validator size(NumberRange bytes);
 
-/// The units that a size may have, for the help.
-std::string sizeUnits();
-
 }  // namespace vyn::logmaker

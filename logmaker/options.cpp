@@ -3,12 +3,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <limits>
 #include <optional>
 #include <system_error>
+#include <vector>
 
+#include "cli/sizes.h"
+#include "cli/usage_report.h"
 #include "logmaker/number_options.h"
 
 namespace vyn::logmaker {
@@ -30,7 +34,7 @@ constexpr char kExamples[] =
 )";
 
 std::string aboutSizes() {
-  return "SIZE is a whole number, of bytes or with one of the units " + sizeUnits() +
+  return "SIZE is a whole number, of bytes or with one of the units " + cli::sizeUnits() +
          ".\nKB are 1,000 bytes, KiB 1,024; capitals do not matter, and the last B may be left "
          "out.\n\n";
 }
@@ -127,6 +131,15 @@ void settle(Options& options) {
   }
 }
 
+// The words that the library could not place, in their order; an empty one says nothing.
+std::optional<std::string> findUnexpectedWord(const CLI::App& app) {
+  const std::vector<std::string> words = app.remaining();
+  const auto found = std::find_if(words.begin(), words.end(), [](const std::string& word) {
+    return !word.empty() && word != "-" && word != "--";
+  });
+  return found == words.end() ? std::nullopt : std::optional(*found);
+}
+
 }  // namespace
 
 void addOptions(CLI::App& app, Options& options) {
@@ -136,6 +149,17 @@ void addOptions(CLI::App& app, Options& options) {
   addContentOptions(app, options.scenario);
   app.footer(aboutSizes() + kAboutSpace + kExamples);
   app.final_callback([&options] { settle(options); });
+}
+
+std::string explainUsage(const CLI::App& app, const CLI::ParseError& error) {
+  if (const auto word = findUnexpectedWord(app)) {
+    return word->front() == '-' ? cli::explainUnknownOption(app, *word)
+                                : *word + ": not expected here; a file is named with --output";
+  }
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    return cli::explainValueCount(app, error, "is given more than once");
+  }
+  return error.what();
 }
 
 }  // namespace vyn::logmaker

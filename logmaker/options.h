@@ -19,4 +19,7 @@ struct Options {
 /// Adds the program's options; parsing stores them and throws CLI::ParseError on wrong usage.
 void addOptions(CLI::App& app, Options& options);
 
+/// What is wrong with a command line that `app` could not parse, in words for its user.
+std::string explainUsage(const CLI::App& app, const CLI::ParseError& error);
+
 }  // namespace vyn::logmaker

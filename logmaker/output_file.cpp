@@ -1,102 +1,122 @@
 #include "logmaker/output_file.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
+#include <string_view>
 
-#include "host/host_error.h"
-#include "host/standard_streams.h"
+#include "files/file_error.h"
+#include "files/standard_streams.h"
 
 namespace vyn::logmaker {
+namespace {
+
 namespace fs = std::filesystem;
 
+constexpr char kStandardOutput[] = "-";
+constexpr std::size_t kMostWaiting = std::size_t{1} << 16;  // bytes
+
+}  // namespace
+
 OutputFile::OutputFile(const std::string& name)
-    : m_name(name == "-" ? host::kStandardOutputName : name) {
-  if (name == "-") {
-    m_file = stdout;
-    return;
-  }
-  std::error_code ignored;
-  const fs::file_status status = fs::status(name, ignored);
-  if (fs::is_directory(status)) {
-    fail(EISDIR);
-  }
-  // A link keeps pointing at the file that it names.
-  m_target = fs::is_regular_file(status) ? fs::canonical(name) : fs::path(name);
-  if (fs::is_regular_file(status) || !fs::exists(status)) {
-    m_partial = m_target;
-    m_partial += "." + std::to_string(getpid()) + ".part";
-    m_removal.emplace(m_partial);
-  }
-  m_file = std::fopen((m_partial.empty() ? m_target : m_partial).c_str(), "wb");
-  if (m_file == nullptr) {
-    fail(errno);
+    : m_name(name == kStandardOutput ? files::kStandardOutputName : name) {
+  if (name == kStandardOutput) {
+    m_stream = files::duplicate({STDOUT_FILENO, m_name});
+  } else {
+    open(name);
   }
 }
 
-OutputFile::~OutputFile() {
-  if (m_file != nullptr && m_file != stdout) {
-    std::fclose(m_file);
+void OutputFile::open(const std::string& name) {
+  struct stat found {};
+  const bool isThere = stat(name.c_str(), &found) == 0;
+  if (!isThere && errno != ENOENT) {
+    fail(errno);
   }
-  if (!m_partial.empty()) {
-    std::error_code ignored;
-    fs::remove(m_partial, ignored);
+  if (isThere && S_ISDIR(found.st_mode)) {
+    fail(EISDIR);
   }
+  if (!isThere) {
+    openBeside(name);
+  } else if (S_ISREG(found.st_mode)) {
+    openBeside(fs::canonical(name));  // a link keeps pointing at the file that it names
+  } else {
+    m_stream = files::FileDescriptor(::open(name.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+    if (!m_stream.isOpen()) {
+      fail(errno);
+    }
+  }
+}
+
+void OutputFile::openBeside(const fs::path& target) {
+  const fs::path directory = files::directoryOf(target);
+  if (access(directory.c_str(), F_OK) != 0) {
+    fail(errno);
+  }
+  m_target = target;
+  m_temp.emplace(directory, target.filename(), m_name);
 }
 
 void OutputFile::expect(std::uint64_t size) const {
   struct statvfs system {};
-  if (m_partial.empty() || fstatvfs(fileno(m_file), &system) != 0 || system.f_blocks == 0) {
+  if (!m_temp || fstatvfs(file().descriptor, &system) != 0 || system.f_blocks == 0) {
     return;
   }
   if (const std::uint64_t free = system.f_bavail * system.f_frsize; size > free) {
-    throw host::HostError(m_name, "is to have " + std::to_string(size) + " bytes, and " +
-                                      std::to_string(free) +
-                                      " are free; free some space or choose another place");
+    throw files::FileError(m_name, "is to have " + std::to_string(size) + " bytes, and " +
+                                       std::to_string(free) +
+                                       " are free; free some space or choose another place");
   }
 }
 
 void OutputFile::refuseTerminal() const {
-  if (isatty(fileno(m_file)) != 0) {
-    throw host::HostError(
+  if (isatty(file().descriptor) != 0) {
+    throw files::FileError(
         m_name, "is a terminal, which cannot show a log; name a file or pass it to a program");
   }
 }
 
 void OutputFile::write(const void* data, std::size_t size) {
-  if (std::fwrite(data, 1, size, m_file) != size) {
-    fail(errno);
+  const std::string_view bytes(static_cast<const char*>(data), size);
+  if (m_waiting.size() + size > kMostWaiting) {
+    flush();
+  }
+  if (size > kMostWaiting) {
+    files::writeAll(file(), bytes);
+  } else {
+    m_waiting += bytes;
   }
 }
 
 void OutputFile::close() {
-  std::FILE* const file = m_file;
-  m_file = nullptr;
-  if (std::fclose(file) != 0) {
-    fail(errno);
+  flush();
+  if (m_temp) {
+    m_temp->finish(m_target);
+  } else if (const int error = m_stream.close(); error != 0) {
+    fail(error);
   }
 }
 
 void OutputFile::publish() {
-  if (m_partial.empty()) {
-    return;
+  if (m_temp) {
+    m_temp->moveTo(m_target, files::TempFile::Existing::kReplaced);
   }
-  std::error_code error;
-  fs::rename(m_partial, m_target, error);
-  if (error) {
-    fail(error.value());
-  }
-  m_partial.clear();
-  m_removal.reset();
+}
+
+files::NamedFile OutputFile::file() const {
+  return m_temp ? m_temp->file() : files::NamedFile{m_stream.get(), m_name};
+}
+
+void OutputFile::flush() {
+  files::writeAll(file(), m_waiting);
+  m_waiting.clear();
 }
 
 void OutputFile::fail(int errorNumber) const {
-  if (errorNumber == EPIPE) {
-    throw host::ClosedPipe(m_name, host::explain(errorNumber));
-  }
-  throw host::HostError(m_name, host::explain(errorNumber));
+  throw files::FileError(m_name, files::explain(errorNumber));
 }
 
 }  // namespace vyn::logmaker

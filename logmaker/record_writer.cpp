@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "input/enum_texts.h"
 #include "json/throwing_allocator.h"
 
 namespace vyn::logmaker {
@@ -24,17 +25,6 @@ void writeNumberUnlessZero(JsonWriter& json, const char* key, std::uint64_t numb
     json.Key(key);
     json.Uint64(number);
   }
-}
-
-/// These two methods have no text in a document.
-const char* methodText(schema::MethodType method) {
-  const bool isUnnamed = method == schema::MethodType::LIBRARY_LOAD ||
-                         method == schema::MethodType::APPLY_BINARY_SECTION;
-  return isUnnamed ? "" : schema::EnumNameMethodType(method);
-}
-
-const char* unitText(schema::EventUnit unit) {
-  return unit == schema::EventUnit::UNSPECIFIED ? "" : schema::EnumNameEventUnit(unit);
 }
 
 /// Writes the member "value"; a payload and no value at all have none.
@@ -62,9 +52,9 @@ void writeEvent(JsonWriter& json, const Event& event) {
   json.Key("identifier");
   writeText(json, event.identifier);
   json.Key("unit");
-  json.String(unitText(event.unit));
+  json.String(profiling::eventUnitText(event.unit));
   json.Key("type");
-  json.String(schema::EnumNameEventType(event.type));
+  json.String(profiling::eventTypeText(event.type));
   std::visit(ValueWriter{json}, event.value);
   writeEvents(json, "sub-events", event.subEvents);
   json.EndObject();
@@ -105,7 +95,7 @@ void writeMessage(JsonWriter& json, const Message& message) {
   json.Uint64(message.sequenceNumber);
   json.EndObject();
   json.Key("method");
-  json.String(methodText(message.method));
+  json.String(profiling::methodText(message.method));
   writeAppMetrics(json, message.appMetrics);
   writeEvents(json, "profilingEvents", message.profilingEvents);
   json.EndObject();

@@ -11,7 +11,7 @@ constexpr std::uint64_t kMicrosecondsPerSecond = 1'000'000;
 // 1 January 2024; runs lie within the year after it.
 constexpr std::uint64_t kEarliestRun = 1'704'067'200 * kMicrosecondsPerSecond;
 constexpr std::uint64_t kSecondsPerYear = 31'536'000;
-// Level of the messages about parts of graphs; all others have level 0.
+// Visibility level of the messages about parts of graphs; all others have 0.
 constexpr std::int8_t kDetailLevel = 1;
 
 std::vector<GraphProfile> makeGraphs(const ScenarioOptions& options, Noise& noise) {

@@ -8,7 +8,7 @@ import unittest
 ROOT = pathlib.Path(os.environ["VYN_SOURCE_DIR"]).resolve()
 GENERATED = {"profile_log_generated.h": "schema",
              "base/version/profile_viewer_version.h": "src/base"}
-PLACES = [ROOT, ROOT / "src", ROOT / "include", ROOT / "host"]  # where includes are looked up
+PLACES = [ROOT, ROOT / "src", ROOT / "include"]  # where includes are looked up
 
 
 def read_table():

@@ -1,0 +1,82 @@
+#include "host/input/log_diagnosis.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <cstdint>
+
+#include "files/file_descriptor.h"
+#include "files/file_error.h"
+#include "host/input/foreign_format.h"
+#include "input/log_walk.h"
+
+namespace vyn::host {
+namespace {
+
+// Bytes. The beginning of a text or of other files, read as a length, is larger; chunks that runs
+// write are far shorter.
+constexpr profiling::ChunkLength kLeastOfNoChunk = profiling::ChunkLength{1} << 24;
+
+// Asks for nothing but the walk's own figures.
+class NoSink : public profiling::MessageSink {
+ public:
+  void message(const profiling::schema::Message& /*message*/) override {}
+};
+
+std::string counted(std::uint64_t count, const std::string& noun) {
+  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+// What hinders the system from opening the log, or any file where the log is gone when it is opened
+// again; 0 when nothing does.
+int errorOfOpening(const LogFile& log) {
+  const std::string path = log.canBeReadAgain() ? log.path : "/dev/null";
+  const files::FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  return file.isOpen() ? 0 : errno;
+}
+
+}  // namespace
+
+std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk) {
+  if (walk.end == profiling::WalkEnd::kReadError) {
+    return "cannot be read whole; check the disk, or copy the log again";
+  }
+  if (walk.soundChunks == 0) {
+    const auto format =
+        log.canBeReadAgain() ? recogniseForeignFormat(log.path) : std::optional<std::string>();
+    if (!format && walk.end == profiling::WalkEnd::kCutShort &&
+        walk.last.announced < kLeastOfNoChunk) {
+      return "not a profiling log, or one that ends inside its first chunk: " +
+             std::to_string(walk.last.present) + " of " + counted(walk.last.announced, "byte") +
+             " are there; copy the log again, or give one that vyn-net-run wrote";
+    }
+    return format.value_or(
+        "not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run "
+        "wrote");
+  }
+  const std::string offset = std::to_string(walk.soundBytes);
+  const std::string chunks = std::to_string(walk.soundChunks);
+  return "damaged after chunk " + chunks + " at byte offset " + offset +
+         " (whole chunks before it: " + chunks + ", " + counted(walk.messages, "message") +
+         "); copy the log again, or keep what is whole with head -c " + offset;
+}
+
+std::string diagnoseLog(const LogFile& log, const std::string& reason) {
+  if (const int error = errorOfOpening(log); error != 0) {
+    return "cannot be opened: " + files::explain(error);
+  }
+  if (!log.canBeReadAgain()) {
+    return "the log is damaged; write it to a file and read that to learn where";
+  }
+  profiling::FileSource file(log.path);
+  NoSink sink;
+  const profiling::WalkResult walk = profiling::walkLog(file, sink);
+  if (!walk.isAccepted) {
+    return describeDamage(log, walk);
+  }
+  return "the reader refused it though its chunks are sound; " +
+         (reason.empty() ? "it does not say why: free some memory or give another --reader"
+                         : "it says: " + reason);
+}
+
+}  // namespace vyn::host

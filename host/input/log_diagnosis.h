@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "host/input/log_file.h"
+#include "input/chunk_walk.h"
+
+namespace vyn::host {
+
+/// What damage ended the walk over the log, and what to do.
+std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk);
+
+/// Why a reader refused the log, and what to do: walks the log chunk by chunk to its first damage.
+/// Without any, the `reason` that the reader printed, or an empty text, must do. Throws
+/// std::bad_alloc when a chunk does not fit into memory.
+std::string diagnoseLog(const LogFile& log, const std::string& reason);
+
+}  // namespace vyn::host

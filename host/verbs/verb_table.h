@@ -1,0 +1,21 @@
+#pragma once
+
+#include <array>
+
+#include "host/verbs/verb.h"
+
+namespace vyn::host {
+
+/// Reads a log and writes what its reader makes of it.
+extern const Verb kViewVerb;
+
+/// Reads a log and writes it in another format, chunk by chunk.
+extern const Verb kExportVerb;
+
+/// All verbs, in the order of the help.
+inline constexpr std::array kVerbs = {&kViewVerb, &kExportVerb};
+
+/// The verb that a command line without one means.
+inline constexpr const Verb& kDefaultVerb = kViewVerb;
+
+}  // namespace vyn::host
