@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "check.h"
-#include "document_check.h"
 #include "document_size.h"
 #include "input/chunk_verifier.h"
 #include "input/table_count.h"
@@ -19,6 +18,7 @@
 #include "json/json_text.h"
 #include "json/message_to_json.h"
 #include "json/value_builder.h"
+#include "message_check.h"
 #include "time_limit.h"
 
 namespace {

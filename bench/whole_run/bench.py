@@ -188,10 +188,10 @@ def main():
     check_export_growth(workloads, results)
     growth["summary"] = measure_summary(workloads, results)
     json_stages = run_stages(workloads, "stages_bench")
-    base_stages = run_stages(workloads, "base_reader_bench")
+    summary_stages = run_stages(workloads, "summary_reader_bench")
 
-    table = "\n".join([results.markdown(), stage_table(json_stages + base_stages),
-                       flush_share(base_stages)])
+    table = "\n".join([results.markdown(), stage_table(json_stages + summary_stages),
+                       flush_share(summary_stages)])
     print(table)
     with open(os.path.join(options.results, "figures.md"), "w", encoding="utf-8") as file:
         file.write(table)

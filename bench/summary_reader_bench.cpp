@@ -1,5 +1,5 @@
-// The base reader's work on the log that VYN_BENCH_LOG names: averaging, and the CSV listing into
-// the file that VYN_BENCH_OUTPUT names.
+// The summary reader's work on the log that VYN_BENCH_LOG names: averaging, and the CSV listing
+// into the file that VYN_BENCH_OUTPUT names.
 
 #include <fstream>
 #include <list>
