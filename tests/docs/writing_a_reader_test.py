@@ -1,4 +1,4 @@
-"""docs/writing-a-reader.md: its reader builds against the installed package and prints what is shown."""
+"""The reader of docs/writing-a-reader.md builds against the package and prints what is shown."""
 
 import os
 import subprocess
