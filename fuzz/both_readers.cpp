@@ -32,7 +32,7 @@ JsonOutput runJsonReader(const std::string& logPath) {
   JsonOutput output;
   output.isSound = reader.readInputFile(false);
   if (output.isSound) {
-    output.messageCount = (*(g_jsonDocument.End() - 1))["messages"].Size();
+    output.messageCount = (g_jsonDocument.End() - 1)->FindMember("messages")->value.Size();
     profiling::g_writeSingleObject = true;
     HashedFile file;
     check(reader.generateOutput(file.path()), "what the JSON reader read can be written");

@@ -29,7 +29,7 @@ using vyn::profiling::JsonValue;
 
 // What events that share their sub-events may unfold to; the verifier keeps it below a bound, but
 // one that is too slow to search through.
-constexpr std::size_t kMaxText = 64 * 1024 * 1024;  // bytes
+constexpr std::size_t kMaxText = std::size_t{64} * 1024 * 1024;  // bytes
 
 class StringSink : public vyn::profiling::TextSink {
  public:

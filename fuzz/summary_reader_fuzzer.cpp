@@ -15,7 +15,7 @@ using vyn::profiling::ChunkLength;
 
 // Reserving a chunk far longer than the file costs nothing but, under the address sanitizer, a
 // tenth of a second each time.
-constexpr std::size_t kMaxMissing = 1024 * 1024;  // bytes
+constexpr std::size_t kMaxMissing = std::size_t{1024} * 1024;  // bytes
 
 bool announcesFarTooMuch(const std::uint8_t* data, std::size_t size) {
   ChunkLength length = 0;
