@@ -1,58 +1,67 @@
-# Thin doors to the scripts and presets; every target does its own set-up.
+# Thin doors to the scripts and presets; every target does its own set-up. What stands behind "##" is
+# the target's line of "make help".
 
-.PHONY: help setup build demo test bench bench-check fuzz test-damage test-valgrind coverage check-abi clean
+.DEFAULT_GOAL := help
 
-help:
-	@echo "make demo   build the programs, make a sample log and turn it into JSON"
-	@echo "make test   build and run the tests"
-	@echo "make bench  measure speed and memory"
-	@echo "make fuzz   search for inputs that break the readers, FUZZ_SECONDS a target"
-	@echo "make test-damage   read a log in every damaged form, under the sanitizers"
-	@echo "make test-valgrind run the tests under valgrind"
-	@echo "make coverage      lines and branches of src/ that the tests reach"
-	@echo "make check-abi     compare the plug-ins' binary interface with its baseline"
-	@echo "make build  build the release preset"
-	@echo "make clean  remove what was built"
+.PHONY: help
+help: ## show this page
+	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "make %-14s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
 
-setup:
-	@scripts/setup
-
-build: setup
-	@scripts/build release
-
-demo:
+.PHONY: demo
+demo: ## build the programs, make a sample log and turn it into JSON
 	@scripts/setup demo
 	@scripts/demo
 
-test: build
+.PHONY: test
+test: build ## build and run the tests
 	@ctest --preset release
 
-bench:
+.PHONY: check
+check: ## all that must hold before a change goes in, the tests first
+	@.ci/run
+
+.PHONY: setup
+setup: ## install what build and tests need
+	@scripts/setup
+
+.PHONY: build
+build: setup ## build the release preset
+	@scripts/build release
+
+.PHONY: bench
+bench: ## measure speed and memory
 	@scripts/setup bench
 	@scripts/bench
 
-bench-check:
+.PHONY: bench-check
+bench-check: ## measure, and fail where a demand is missed
 	@scripts/setup bench
 	@scripts/bench --check
 
-fuzz:
+.PHONY: fuzz
+fuzz: ## search for inputs that break the readers, FUZZ_SECONDS a target
 	@scripts/setup fuzz
 	@scripts/fuzz
 
-test-damage: setup
+.PHONY: test-damage
+test-damage: setup ## read a log in every damaged form, under the sanitizers
 	@scripts/test-damage
 
-test-valgrind:
+.PHONY: test-valgrind
+test-valgrind: ## run the tests under valgrind
 	@scripts/setup valgrind
 	@scripts/test-valgrind
 
-coverage:
+.PHONY: coverage
+coverage: ## show which lines and branches of src/ the tests reach
 	@scripts/setup coverage
 	@scripts/coverage
 
-check-abi:
+.PHONY: check-abi
+check-abi: ## compare the plug-ins' binary interface with its baseline
 	@scripts/setup abi
 	@scripts/check-abi
 
-clean:
+.PHONY: clean
+clean: ## remove what was built
 	rm -rf build demo

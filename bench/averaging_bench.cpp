@@ -32,7 +32,7 @@ void averageSiblings(benchmark::State& state) {
   // Each execution has events of its own, as in a log.
   const std::vector<std::vector<EventNode>> executions(
       static_cast<std::size_t>(kEvents / state.range(0)), siblings(state.range(0)));
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     for (auto graph = executions.begin(); graph != executions.end(); graph += kExecutions) {
       EventAverager averager;
       std::for_each_n(graph, kExecutions, [&](const auto& events) { averager.add(events); });
@@ -47,7 +47,7 @@ BENCHMARK(averageSiblings)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMi
 void readSiblings(benchmark::State& state) {
   const std::vector<std::vector<EventNode>> executions(
       static_cast<std::size_t>(kEvents / state.range(0)), siblings(state.range(0)));
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     std::uint64_t sum = 0;
     for (const auto& events : executions) {
       for (const EventNode& event : events) {
@@ -67,7 +67,7 @@ void averageNewcomers(benchmark::State& state) {
     executions.push_back(siblings(1));
     executions.back()[0].identifier += "_" + std::to_string(i);
   }
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     EventAverager averager;
     for (const auto& events : executions) {
       averager.add(events);
@@ -83,7 +83,7 @@ void fileGraphs(benchmark::State& state) {
   for (std::int64_t i = 0; i < state.range(0); ++i) {
     names.push_back("graph_" + std::to_string(i));
   }
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     GroupIndex index;
     TextFingerprints fingerprints;
     std::vector<ExecutionGroup> groups;

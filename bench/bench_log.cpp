@@ -43,13 +43,15 @@ class Keeper : public MessageSink {
 
 const BenchLog& benchLog() {
   static const BenchLog log = [] {
-    FileSource file(variable("VYN_BENCH_LOG"));
+    FileSource file(benchLogPath());
     Keeper keeper;
     [[maybe_unused]] const WalkResult walk = walkLog(file, keeper);
     return keeper.take();
   }();
   return log;
 }
+
+const char* benchLogPath() { return variable("VYN_BENCH_LOG"); }
 
 const char* benchOutput() { return variable("VYN_BENCH_OUTPUT"); }
 

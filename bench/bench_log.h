@@ -20,6 +20,9 @@ struct BenchLog {
 /// The log that VYN_BENCH_LOG names, read at the first call; without chunks when there is none.
 const BenchLog& benchLog();
 
+/// The path that VYN_BENCH_LOG holds; empty when there is none.
+const char* benchLogPath();
+
 /// The file that VYN_BENCH_OUTPUT names, for benchmarks that write.
 const char* benchOutput();
 

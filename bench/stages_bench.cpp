@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <streambuf>
 #include <string>
@@ -59,14 +58,14 @@ void clearDocument() {
 
 void readStage(benchmark::State& state) {
   const BenchLog& log = benchLog();
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     class Sink : public ChunkSink {
       bool take(const Chunk& chunk, const ChunkPlace& /*place*/) override {
         benchmark::DoNotOptimize(chunk.data());
         return true;
       }
     };
-    FileSource file(std::getenv("VYN_BENCH_LOG"));
+    FileSource file(benchLogPath());
     Sink sink;
     benchmark::DoNotOptimize(walkChunks(file, sink));
   }
@@ -76,7 +75,7 @@ BENCHMARK(readStage)->Name("read")->Unit(benchmark::kMillisecond);
 
 void verifyStage(benchmark::State& state) {
   const BenchLog& log = benchLog();
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     ChunkVerifier verifier;
     for (const Chunk& chunk : log.chunks) {
       benchmark::DoNotOptimize(verifier.isSound(chunk.bytes()));
@@ -88,7 +87,7 @@ BENCHMARK(verifyStage)->Name("verify")->Unit(benchmark::kMillisecond);
 
 void convertStage(benchmark::State& state) {
   const BenchLog& log = benchLog();
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     buildDocument(log);
     state.PauseTiming();
     clearDocument();
@@ -110,7 +109,7 @@ void textStage(benchmark::State& state) {
   buildDocument(log);
   CountingBuffer nowhere;
   std::ostream stream(&nowhere);
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     writeText(stream);
   }
   clearDocument();
@@ -127,7 +126,7 @@ void writeStage(benchmark::State& state) {
   writeText(stream);
   clearDocument();
   const std::string block(BlockOutputStream::kBlockSize, 'x');
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     state.PauseTiming();
     std::remove(benchOutput());
     state.ResumeTiming();

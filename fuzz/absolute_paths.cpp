@@ -28,7 +28,8 @@ std::string withAbsolutePath(const std::string& argument) {
 
 extern "C" int LLVMFuzzerInitialize(int* argumentCount, char*** arguments) {
   static std::list<std::string> texts;  // as long as the process
-  for (int i = 0; i < *argumentCount; ++i) {
+  // The program's own name must stay as it is.
+  for (int i = 1; i < *argumentCount; ++i) {
     (*arguments)[i] = texts.emplace_back(withAbsolutePath((*arguments)[i])).data();
   }
   return 0;

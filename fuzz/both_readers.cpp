@@ -2,12 +2,12 @@
 
 #include <filesystem>
 
-#include "base_run.h"
 #include "check.h"
 #include "core/vyn_profile_log_reader_json.h"
 #include "document_size.h"
 #include "hashed_output.h"
 #include "json/json_document.h"
+#include "summary_run.h"
 #include "table_total.h"
 #include "time_limit.h"
 
@@ -32,7 +32,7 @@ JsonOutput runJsonReader(const std::string& logPath) {
   JsonOutput output;
   output.isSound = reader.readInputFile(false);
   if (output.isSound) {
-    output.messageCount = (*(g_jsonDocument.End() - 1))["messages"].Size();
+    output.messageCount = (g_jsonDocument.End() - 1)->FindMember("messages")->value.Size();
     profiling::g_writeSingleObject = true;
     HashedFile file;
     check(reader.generateOutput(file.path()), "what the JSON reader read can be written");
@@ -46,17 +46,19 @@ JsonOutput runJsonReader(const std::string& logPath) {
 
 Verdict readWithBoth(const std::string& logPath) {
   const std::size_t size = std::filesystem::file_size(logPath);
-  const BaseRun base(logPath);
-  check(BaseRun(logPath).outputs() == base.outputs(), "the base reader says the same again");
-  const bool isSound = base.outputs().isSound;
+  const SummaryRun summary(logPath);
+  check(SummaryRun(logPath).outputs() == summary.outputs(),
+        "the summary reader says the same again");
+  const bool isSound = summary.outputs().isSound;
   const JsonOutput json = runJsonReader(logPath);
   check(json.isSound == isSound, "both readers judge the log alike");
-  check(!isSound || json.messageCount == base.messageCount(), "both readers see the same messages");
+  check(!isSound || json.messageCount == summary.messageCount(),
+        "both readers see the same messages");
   check(isInProportion(g_jsonDocument.GetAllocator().Size(), size, tablesOf(logPath)),
         "the document's memory is in proportion to the log");
   check(runJsonReader(logPath) == json, "the JSON reader writes the same again");
   g_jsonDocument.GetAllocator().Clear();
-  return {isSound, base.messageCount()};
+  return {isSound, summary.messageCount()};
 }
 
 }  // namespace vyn::fuzz

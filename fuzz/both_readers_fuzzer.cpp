@@ -7,7 +7,7 @@
 #include "both_readers.h"
 #include "input/chunk_format.h"
 #include "input/chunk_verifier.h"
-#include "log_file.h"
+#include "input_file.h"
 #include "log_mutator.h"
 
 namespace {
@@ -37,7 +37,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::vector<std::uint8_t> bytes = framed(data, size);
-  const vyn::fuzz::LogFile log(bytes.data(), bytes.size());
+  const vyn::fuzz::InputFile log(bytes.data(), bytes.size());
   vyn::fuzz::readWithBoth(log.path());
   return 0;
 }

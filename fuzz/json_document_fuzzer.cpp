@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "check.h"
-#include "document_check.h"
 #include "document_size.h"
 #include "input/chunk_verifier.h"
 #include "input/table_count.h"
@@ -19,6 +18,7 @@
 #include "json/json_text.h"
 #include "json/message_to_json.h"
 #include "json/value_builder.h"
+#include "message_check.h"
 #include "time_limit.h"
 
 namespace {
@@ -29,7 +29,7 @@ using vyn::profiling::JsonValue;
 
 // What events that share their sub-events may unfold to; the verifier keeps it below a bound, but
 // one that is too slow to search through.
-constexpr std::size_t kMaxText = 64 * 1024 * 1024;  // bytes
+constexpr std::size_t kMaxText = std::size_t{64} * 1024 * 1024;  // bytes
 
 class StringSink : public vyn::profiling::TextSink {
  public:

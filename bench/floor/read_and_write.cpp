@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kBlockSize = 1024 * 1024;  // bytes
+constexpr std::size_t kBlockSize = std::size_t{1024} * 1024;  // bytes
 
 bool readAll(const char* path, std::vector<char>& block) {
   const int file = open(path, O_RDONLY);

@@ -150,8 +150,9 @@ bool writeDocument(const char* outputPath) {
   std::ofstream file(outputPath);
   rapidjson::StringBuffer buffer;
   rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
-  rapidjson::Document copy(rapidjson::kObjectType);
-  copy.CopyFrom(g_document[0], copy.GetAllocator());
+  rapidjson::MemoryPoolAllocator<> scratch;
+  rapidjson::Document copy(rapidjson::kObjectType, &scratch);
+  copy.CopyFrom(g_document[0], scratch);
   copy.Accept(writer);
   file << buffer.GetString() << std::endl;
   return file.good();

@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
 """Measures whole runs of the viewer against its baselines; see docs/performance.md.
 
-Usage: bench.py --binaries DIR --source DIR --folder DIR --results DIR [--check]
+Usage: bench.py --binaries DIR --source DIR --folder DIR --results DIR [options]
 
 Prints one table and writes it as Markdown, with the charts, into the results folder.
-With --check, fails where a demand is missed by more than a tenth.
 """
 
 import argparse
@@ -12,193 +11,187 @@ import json
 import os
 import subprocess
 import sys
-from dataclasses import dataclass
+from datetime import datetime, timezone
 
 from charts import draw_memory, draw_stages
 from measure import MEGABYTE, Ratio, median, run_in_turn
-from workloads import Workloads
-
-ROUNDS = 7
-TOLERANCE = 1.10
+from results import Results, Stage, flush_share, stage_table
+from workloads import CHUNK, ONE_CHUNK, SMALL_CHUNK, Workloads
 
 
-@dataclass
-class Stage:
-    """What one stage of the work takes of a 100 MB log."""
+class Bench:
+    """All measurements. `scale` multiplies each log's size; the demands are for a scale of 1."""
 
-    name: str
-    seconds: float
-    bytes_rate: float  # of the log, a second
-    events_rate: float  # a second
+    def __init__(self, workloads, rounds, scale):
+        self.workloads = workloads
+        self.rounds = rounds
+        self.scale = scale
+        self.results = Results()
 
+    def size(self, megabytes):
+        """Bytes of the log that has that many megabytes in a run at full scale."""
+        return round(megabytes * self.scale * MEGABYTE)
 
-class Results:
-    """The table's rows: what was measured, and where there is one, the most that it may be."""
+    def fixed(self, value):
+        return [value] * self.rounds
 
-    def __init__(self):
-        self.rows = []
+    def compare_with_baselines(self):
+        workloads, add = self.workloads, self.results.add
+        log = workloads.log(self.size(100))
+        viewer, plain, export = workloads.viewer(log), workloads.plain(log), workloads.exporter(log)
+        viewer.run(counted=False)
+        floor = workloads.floor(log, os.path.getsize(viewer.output))
+        run_in_turn([viewer, plain, floor, export], self.rounds)
+        log_size = os.path.getsize(log)
+        add("wall time / plain", Ratio.of(viewer.wall, plain.wall), 0.30)
+        add("user CPU / plain", Ratio.of(viewer.user, plain.user), 0.55)
+        add("wall time / floor", Ratio.of(viewer.wall, floor.wall), 4.5)
+        add("peak memory / plain", Ratio.of(viewer.peak, plain.peak))
+        allowed = 2.6 * log_size + CHUNK + 20 * MEGABYTE
+        add("peak memory / (2.6 × log + chunk + 20 MB)",
+            Ratio.of(viewer.peak, self.fixed(allowed)), 1.0)
+        add("peak memory, bytes per log byte", Ratio.of(viewer.peak, self.fixed(log_size)))
+        add("export json, wall time / plain", Ratio.of(export.wall, plain.wall), 0.15)
+        add("export json, user CPU / plain", Ratio.of(export.user, plain.user), 0.25)
+        add("export json, wall time / floor", Ratio.of(export.wall, floor.wall), 3.0)
+        add("export json, peak memory / (chunk + 16 MB)",
+            Ratio.of(export.peak, self.fixed(CHUNK + 16 * MEGABYTE)), 1.0)
 
-    def add(self, name, ratio, demand=None):
-        self.rows.append((name, ratio, demand))
+    def compare_on_one_chunk(self):
+        workloads, add = self.workloads, self.results.add
+        log = workloads.log(self.size(100), ONE_CHUNK)
+        viewer, flatc, export = workloads.viewer(log), workloads.flatc(log), workloads.exporter(log)
+        run_in_turn([viewer, flatc, export], self.rounds)
+        chunk = os.path.getsize(log)
+        add("wall time / flatc, one chunk", Ratio.of(viewer.wall, flatc.wall), 0.40)
+        add("peak memory, one chunk / (2.6 × log + chunk + 20 MB)",
+            Ratio.of(viewer.peak, self.fixed(3.6 * chunk + 20 * MEGABYTE)), 1.0)
+        add("export json, wall time / flatc, one chunk", Ratio.of(export.wall, flatc.wall), 0.20)
+        add("export json, peak memory, one chunk / (chunk + 16 MB)",
+            Ratio.of(export.peak, self.fixed(chunk + 16 * MEGABYTE)), 1.0)
 
-    def missed(self):
-        return [name for name, ratio, demand in self.rows
-                if demand is not None and ratio.middle > demand * TOLERANCE]
+    def growth(self, what, programs, wall_demand=None):
+        """Time per byte against that of the first of (name, program, log); gives the points (bytes
+        of log, bytes of peak memory)."""
+        run_in_turn([program for _, program, _ in programs], self.rounds)
+        base_name, base, base_log = programs[0]
+        for name, program, log in programs[1:]:
+            ratio = os.path.getsize(log) / os.path.getsize(base_log)
+            self.results.add(f"{what}user CPU per byte, {name} / {base_name}",
+                             Ratio.of(program.user, [time * ratio for time in base.user]), 1.15)
+            self.results.add(f"{what}wall time per byte, {name} / {base_name}",
+                             Ratio.of(program.wall, [time * ratio for time in base.wall]),
+                             wall_demand)
+        return [(os.path.getsize(log), median(program.peak)) for _, program, log in programs]
 
-    def markdown(self):
-        lines = ["| measure | min | median | max | demand |", "|---|---|---|---|---|"]
-        for name, ratio, demand in self.rows:
-            limit = f"≤ {demand:g}" if demand is not None else ""
-            lines.append(f"| {name} | {ratio.low:.2f} | {ratio.middle:.2f} | {ratio.high:.2f} "
-                         f"| {limit} |")
-        return "\n".join(lines) + "\n"
+    def name(self, megabytes):
+        return f"{megabytes * self.scale:g}MB"
 
+    def view_growth(self):
+        """What the kernel takes for a page depends on whether a virtual machine's host has it at
+        hand, up to tenfold, so that the demand is on the program's own time."""
+        logs = [(self.name(size), self.workloads.log(self.size(size))) for size in (100, 10, 1000)]
+        logs += [(name, self.workloads.log(self.size(100), chunk)) for name, chunk in
+                 (("small chunks", SMALL_CHUNK), ("one chunk", ONE_CHUNK))]
+        points = self.growth("", [(name, self.workloads.viewer(log), log) for name, log in logs])
+        return points[:3]  # of the logs that differ in size alone
 
-def compare_with_baselines(workloads, results):
-    log = workloads.log("many_chunks.log", "100MB", "4MB")
-    one_chunk = workloads.log("one_chunk.log", "100MB", "1GB")
-    viewer, plain, export = workloads.viewer(log), workloads.plain(log), workloads.exporter(log)
-    viewer.run(counted=False)
-    text_size = os.path.getsize(viewer.output)
-    floor = workloads.floor(log, text_size)
-    run_in_turn([viewer, plain, floor, export], ROUNDS)
-    results.add("wall time / plain", Ratio.of(viewer.wall, plain.wall), 0.30)
-    results.add("user CPU / plain", Ratio.of(viewer.user, plain.user), 0.55)
-    results.add("wall time / floor", Ratio.of(viewer.wall, floor.wall), 4.5)
-    results.add("peak memory / plain", Ratio.of(viewer.peak, plain.peak))
+    def export_growth(self):
+        """Without the output's pages, whose price is the kernel's: the text goes to /dev/null."""
+        logs = [(self.name(size), self.workloads.log(self.size(size)))
+                for size in (100, 1000, 10_000)]
+        programs = [(name, self.workloads.exporter(log, "/dev/null"), log) for name, log in logs]
+        points = self.growth("export json, ", programs, wall_demand=1.15)
+        for name, program, _ in programs[1:]:
+            self.results.add(f"export json, peak memory, {name} / (chunk + 16 MB)",
+                             Ratio.of(program.peak, self.fixed(CHUNK + 16 * MEGABYTE)), 1.0)
+        return points
 
-    log_size = os.path.getsize(log)
-    allowed = 2.6 * log_size + 4 * MEGABYTE + 20 * MEGABYTE
-    results.add("peak memory / (2.6 × log + chunk + 20 MB)",
-                Ratio.of(viewer.peak, [allowed] * ROUNDS), 1.0)
-    results.add("peak memory, bytes per log byte", Ratio.of(viewer.peak, [log_size] * ROUNDS))
+    def summary(self):
+        points = []
+        for size in (10, 100):
+            log = self.workloads.log(self.size(size))
+            summary, viewer = self.workloads.viewer(log, "summary"), self.workloads.viewer(log)
+            run_in_turn([summary, viewer], self.rounds)
+            points.append((os.path.getsize(log), median(summary.peak)))
+        self.results.add("wall time, summary and CSV / JSON", Ratio.of(summary.wall, viewer.wall))
+        self.results.add("peak memory of the summary, bytes per log byte",
+                         Ratio.of(summary.peak, self.fixed(points[-1][0])))
+        return points
 
-    results.add("export json, wall time / plain", Ratio.of(export.wall, plain.wall), 0.15)
-    results.add("export json, user CPU / plain", Ratio.of(export.user, plain.user), 0.25)
-    results.add("export json, wall time / floor", Ratio.of(export.wall, floor.wall), 3.0)
-    results.add("export json, peak memory / (chunk + 16 MB)",
-                Ratio.of(export.peak, [20 * MEGABYTE] * ROUNDS), 1.0)
+    def stages(self, tool):
+        """Seconds of each stage, by a benchmark that runs them one by one."""
+        report = subprocess.run(
+            [self.workloads.tool(tool), "--benchmark_format=json"],
+            env={**os.environ, "VYN_BENCH_LOG": self.workloads.log(self.size(100)),
+                 "VYN_BENCH_OUTPUT": self.workloads.path("stage.out")},
+            check=True, capture_output=True, text=True,
+        ).stdout
+        return [Stage(stage["name"], stage["real_time"] / 1000, stage["bytes_per_second"],
+                      stage["items_per_second"]) for stage in json.loads(report)["benchmarks"]]
 
-    single, flatc = workloads.viewer(one_chunk), workloads.flatc(one_chunk)
-    single_export = workloads.exporter(one_chunk)
-    run_in_turn([single, flatc, single_export], ROUNDS)
-    results.add("export json, wall time / flatc, one chunk",
-                Ratio.of(single_export.wall, flatc.wall), 0.20)
-    results.add("export json, peak memory, one chunk / (chunk + 16 MB)",
-                Ratio.of(single_export.peak, [os.path.getsize(one_chunk) + 16 * MEGABYTE] * ROUNDS),
-                1.0)
-    results.add("wall time / flatc, one chunk", Ratio.of(single.wall, flatc.wall), 0.40)
-    allowed = 2.6 * log_size + os.path.getsize(one_chunk) + 20 * MEGABYTE
-    results.add("peak memory, one chunk / (2.6 × log + chunk + 20 MB)",
-                Ratio.of(single.peak, [allowed] * ROUNDS), 1.0)
-
-
-def check_growth(workloads, results):
-    """Time per byte against that of the 100 MB log. What the kernel takes for a page depends on
-    whether a virtual machine's host has it at hand, up to tenfold, so that the demand is on the
-    program's own time. Gives the points (bytes of log, bytes of peak memory) of the logs that
-    differ in size alone."""
-    viewers = {}
-    for name, size, chunk_size in [("10MB", "10MB", "4MB"), ("100MB", "100MB", "4MB"),
-                                   ("1000MB", "1000MB", "4MB"), ("30,000 chunks", "100MB", "3330"),
-                                   ("one chunk", "100MB", "1GB")]:
-        log = workloads.log(f"growth_{name.replace(',', '').replace(' ', '_')}.log", size,
-                            chunk_size)
-        viewers[name] = (workloads.viewer(log), os.path.getsize(log))
-    run_in_turn([viewer for viewer, _ in viewers.values()], ROUNDS)
-    base, base_size = viewers["100MB"]
-    for name, (viewer, size) in viewers.items():
-        if name != "100MB":
-            per_byte = size / base_size
-            results.add(f"user CPU per byte, {name} / 100MB",
-                        Ratio.of(viewer.user, [time * per_byte for time in base.user]), 1.15)
-            results.add(f"wall time per byte, {name} / 100MB",
-                        Ratio.of(viewer.wall, [time * per_byte for time in base.wall]))
-    return [(size, median(viewer.peak)) for name, (viewer, size) in viewers.items()
-            if name.endswith("MB")]
-
-
-def check_export_growth(workloads, results):
-    """Without the output's pages, whose price is the kernel's: the text goes to /dev/null."""
-    exporters = {}
-    for name in ("100MB", "1000MB"):
-        log = workloads.log(f"growth_{name}.log", name, "4MB")
-        exporters[name] = (workloads.exporter(log, "/dev/null"), os.path.getsize(log))
-    run_in_turn([exporter for exporter, _ in exporters.values()], ROUNDS)
-    (base, base_size), (large, size) = exporters["100MB"], exporters["1000MB"]
-    results.add("export json, wall time per byte, 1000MB / 100MB",
-                Ratio.of(large.wall, [time * size / base_size for time in base.wall]), 1.15)
-    results.add("export json, peak memory, 1000MB / (chunk + 16 MB)",
-                Ratio.of(large.peak, [20 * MEGABYTE] * ROUNDS), 1.0)
-
-
-def measure_summary(workloads, results):
-    """Summary and CSV; gives its points as check_growth does."""
-    points = []
-    for name in ("10MB", "100MB"):
-        log = workloads.log("summary.log", name, "4MB")
-        summary, viewer = workloads.viewer(log, "summary"), workloads.viewer(log)
-        run_in_turn([summary, viewer], rounds=3)
-        points.append((os.path.getsize(log), median(summary.peak)))
-    results.add("wall time, summary and CSV / JSON", Ratio.of(summary.wall, viewer.wall))
-    results.add("peak memory of the summary, bytes per log byte",
-                Ratio.of(summary.peak, [points[-1][0]] * len(summary.peak)))
-    return points
+    def conditions(self):
+        now = datetime.now(timezone.utc).strftime("%Y-%m-%d %H:%M")
+        busy = os.getloadavg()[0]
+        return (f"{now} UTC, {os.cpu_count()} cores, {self.rounds} rounds; {busy:.1f} processes "
+                "ran or waited when they began.\n")
 
 
-def run_stages(workloads, tool):
-    """Seconds of each stage, by a benchmark that runs them one by one."""
-    report = subprocess.run(
-        [workloads.tool(tool), "--benchmark_format=json"],
-        env={**os.environ, "VYN_BENCH_LOG": workloads.log("many_chunks.log", "100MB", "4MB"),
-             "VYN_BENCH_OUTPUT": workloads.path("stage.out")},
-        check=True, capture_output=True, text=True,
-    ).stdout
-    return [Stage(stage["name"], stage["real_time"] / 1000, stage["bytes_per_second"],
-                  stage["items_per_second"]) for stage in json.loads(report)["benchmarks"]]
-
-
-def stage_table(stages):
-    lines = ["| stage | ms | MB/s | million events/s |", "|---|---|---|---|"]
-    lines += [f"| {stage.name} | {stage.seconds * 1000:.0f} | {stage.bytes_rate / MEGABYTE:.0f} "
-              f"| {stage.events_rate / 1e6:.1f} |" for stage in stages]
-    return "\n".join(lines) + "\n"
-
-
-def flush_share(stages):
-    """Part of the CSV listing's time that its flush after each line takes."""
-    seconds = {stage.name: stage.seconds for stage in stages}
-    share = 1 - seconds["csv without flush"] / seconds["csv"]
-    return f"Of the CSV listing's time its flush after each line takes {share:.0%}.\n"
-
-
-def main():
+def parse_options():
     parser = argparse.ArgumentParser(description=__doc__)
     for name in ("binaries", "source", "folder", "results"):
         parser.add_argument(f"--{name}", required=True)
-    parser.add_argument("--check", action="store_true")
-    options = parser.parse_args()
+    parser.add_argument("--check", action="store_true",
+                        help="fail where a demand is missed by more than a tenth")
+    parser.add_argument("--record", action="store_true",
+                        help="put tables and charts into docs/performance.md as well")
+    parser.add_argument("--rounds", type=int, default=7, help="counted runs of each program")
+    parser.add_argument("--scale", type=float, default=1, help="multiplies the size of each log")
+    return parser.parse_args()
+
+
+def record(source, table):
+    """Puts the tables between their marks in docs/performance.md."""
+    path = os.path.join(source, "docs", "performance.md")
+    with open(path, encoding="utf-8") as file:
+        before, rest = file.read().split("<!-- figures -->\n")
+    after = rest.split("<!-- end of figures -->\n")[1]
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(f"{before}<!-- figures -->\n{table}<!-- end of figures -->\n{after}")
+
+
+def main():
+    options = parse_options()
     os.makedirs(options.folder, exist_ok=True)
     os.makedirs(options.results, exist_ok=True)
 
     workloads = Workloads(options.binaries, options.source, options.folder)
-    results = Results()
-    compare_with_baselines(workloads, results)
-    growth = {"JSON document": check_growth(workloads, results)}
-    check_export_growth(workloads, results)
-    growth["summary"] = measure_summary(workloads, results)
-    json_stages = run_stages(workloads, "stages_bench")
-    base_stages = run_stages(workloads, "base_reader_bench")
+    bench = Bench(workloads, options.rounds, options.scale)
+    conditions = bench.conditions()
+    bench.compare_with_baselines()
+    bench.compare_on_one_chunk()
+    workloads.clear()
+    growth = {"JSON document": bench.view_growth(), "summary": bench.summary()}
+    workloads.clear()
+    growth["export json"] = bench.export_growth()
+    workloads.clear()
+    json_stages = bench.stages("stages_bench")
+    summary_stages = bench.stages("summary_reader_bench")
 
-    table = "\n".join([results.markdown(), stage_table(json_stages + base_stages),
-                       flush_share(base_stages)])
+    table = "\n".join([conditions, bench.results.markdown(),
+                       stage_table(json_stages + summary_stages), flush_share(summary_stages)])
     print(table)
     with open(os.path.join(options.results, "figures.md"), "w", encoding="utf-8") as file:
         file.write(table)
-    draw_memory(growth, options.results)
-    draw_stages([(stage.name, stage.seconds) for stage in json_stages], options.results)
-    if options.check and results.missed():
-        sys.exit("missed by more than a tenth: " + "; ".join(results.missed()))
+    charts = [options.results]
+    if options.record:
+        record(options.source, table)
+        charts.append(os.path.join(options.source, "docs"))
+    for folder in charts:
+        draw_memory(growth, folder)
+        draw_stages([(stage.name, stage.seconds) for stage in json_stages], folder)
+    if options.check and bench.results.missed():
+        sys.exit("missed by more than a tenth: " + "; ".join(bench.results.missed()))
 
 
 if __name__ == "__main__":

@@ -3,7 +3,12 @@
 import os
 import subprocess
 
-from measure import Program
+from measure import MEGABYTE, Program
+
+# Bytes. The last one leaves the whole log in one chunk, whatever its size.
+CHUNK = 4 * MEGABYTE
+SMALL_CHUNK = 3330
+ONE_CHUNK = 1000 * MEGABYTE
 
 
 class Workloads:
@@ -11,20 +16,28 @@ class Workloads:
         self.binaries = binaries
         self.source = source
         self.folder = folder
+        self.files = set()
 
     def path(self, name):
-        return os.path.join(self.folder, name)
+        path = os.path.join(self.folder, name)
+        self.files.add(path)
+        return path
+
+    def clear(self):
+        """Removes all logs and outputs: what is in the folder may be in memory."""
+        for path in self.files:
+            if os.path.exists(path):
+                os.remove(path)
 
     def tool(self, name):
         return os.path.join(self.binaries, name)
 
-    def log(self, name, size, chunk_size):
-        """A log of about `size`, the same bytes at every run."""
-        path = self.path(name)
-        subprocess.run(
-            [self.tool("vyn-make-log"), "-o", path, "--size", size, "--chunk-size", chunk_size],
-            check=True,
-        )
+    def log(self, size, chunk_size=CHUNK):
+        """The path of a log of about `size` bytes, the same bytes at every run."""
+        path = self.path(f"{size}_in_{chunk_size}.log")
+        if not os.path.exists(path):
+            subprocess.run([self.tool("vyn-make-log"), "-o", path, "--size", str(size),
+                            "--chunk-size", str(chunk_size)], check=True)
         return path
 
     def viewer(self, log, reader="json"):

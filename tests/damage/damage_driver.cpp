@@ -15,7 +15,7 @@
 
 #include "both_readers.h"
 #include "damages.h"
-#include "log_file.h"
+#include "input_file.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ std::string contentOf(const char* path) {
 
 void judge(const std::string& what, const std::string& log, Expectation expectation, Tally& tally) {
   g_currentCase = "the log: " + what + "\n";
-  const vyn::fuzz::LogFile file(reinterpret_cast<const std::uint8_t*>(log.data()), log.size());
+  const vyn::fuzz::InputFile file(reinterpret_cast<const std::uint8_t*>(log.data()), log.size());
   const bool isSound = vyn::fuzz::readWithBoth(file.path()).isSound;
   ++(isSound ? tally.sound : tally.refused);
   if (expectation != Expectation::kEither && isSound != (expectation == Expectation::kSound)) {

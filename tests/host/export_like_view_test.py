@@ -38,11 +38,11 @@ def logs_of_json(folder):
 
 
 def kept_inputs(folder):
-    for target in ("base_reader_fuzzer", "both_readers_fuzzer", "json_document_fuzzer"):
+    for target in ("summary_reader_fuzzer", "both_readers_fuzzer", "json_document_fuzzer"):
         for path in (ROOT / "fuzz/corpus" / target).iterdir():
             data = path.read_bytes()
             log = folder / f"{target}_{path.name}.log"
-            is_chunk = target != "base_reader_fuzzer"
+            is_chunk = target != "summary_reader_fuzzer"
             log.write_bytes((struct.pack("<I", len(data)) if is_chunk else b"") + data)
             yield log
 

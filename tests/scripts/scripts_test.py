@@ -92,6 +92,15 @@ class SetupTest(ScriptTest):
         self.assertEqual(calls, [])
 
 
+class BenchTest(ScriptTest):
+    def test_build_alone_runs_nothing(self):
+        self.stand_in("cmake")
+        result, calls = self.run_script("bench", "--build")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(calls, ["cmake --preset release -DVYN_BUILD_BENCHMARKS=ON",
+                                 "cmake --build --preset release --target benchmarks"])
+
+
 class CheckAbiTest(ScriptTest):
     def test_looks_for_its_tool_before_it_builds(self):
         self.stand_in("cmake")

@@ -1,4 +1,4 @@
-#include "base_run.h"
+#include "summary_run.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -23,7 +23,8 @@ bool hasSlash(const std::string& path) {
 
 }  // namespace
 
-BaseRun::BaseRun(const std::string& logPath) : m_reader(logPath, profiling::VisibilityLevel{127}) {
+SummaryRun::SummaryRun(const std::string& logPath)
+    : m_reader(logPath, profiling::VisibilityLevel{127}) {
   const TimeLimit limit(std::filesystem::file_size(logPath), tablesOf(logPath));
   const ScratchFolder folder;
   Hash console;
@@ -31,14 +32,14 @@ BaseRun::BaseRun(const std::string& logPath) : m_reader(logPath, profiling::Visi
   m_outputs.isSound = m_reader.readInputFile(!hasSlash(logPath));
   if (m_outputs.isSound) {
     HashedFile listing;
-    check(m_reader.generateOutput(listing.path()), "what the base reader read can be written");
+    check(m_reader.generateOutput(listing.path()), "what the summary reader read can be written");
     m_outputs.listing = listing.finish();
   }
   m_outputs.console = console.value();
   m_outputs.payloads = folder.hashOfFiles();
 }
 
-bool BaseRun::CountingReader::processNextMessage() {
+bool SummaryRun::CountingReader::processNextMessage() {
   const bool taken = VynProfileLogReader::processNextMessage();
   m_count += m_reachedEof ? 0 : 1;
   return taken;

@@ -8,25 +8,25 @@
 
 namespace vyn::fuzz {
 
-/// What one run of the base reader gave, each output as its hash.
-struct BaseOutputs {
+/// What one run of the summary reader gave, each output as its hash.
+struct SummaryOutputs {
   bool isSound = false;
   std::uint64_t console = 0;
   std::uint64_t listing = 0;   // the CSV file
   std::uint64_t payloads = 0;  // the files' names and bytes
 
-  bool operator==(const BaseOutputs&) const = default;
+  bool operator==(const SummaryOutputs&) const = default;
 };
 
-/// Reads a log with the base reader and lets it write everything that it can write. Aborts when
+/// Reads a log with the summary reader and lets it write everything that it can write. Aborts when
 /// what was read cannot be written, or when that takes time out of proportion. Payloads are written
 /// into a folder that is gone afterwards; not at all when the log has a byte that may lead out of
 /// it. The reader and its memory live as long as this.
-class BaseRun {
+class SummaryRun {
  public:
-  explicit BaseRun(const std::string& logPath);
+  explicit SummaryRun(const std::string& logPath);
 
-  const BaseOutputs& outputs() const { return m_outputs; }
+  const SummaryOutputs& outputs() const { return m_outputs; }
 
   /// Messages that were read, taken or not.
   std::size_t messageCount() const { return m_reader.count(); }
@@ -43,7 +43,7 @@ class BaseRun {
   };
 
   CountingReader m_reader;
-  BaseOutputs m_outputs;
+  SummaryOutputs m_outputs;
 };
 
 }  // namespace vyn::fuzz

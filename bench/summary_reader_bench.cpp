@@ -1,5 +1,5 @@
-// The base reader's work on the log that VYN_BENCH_LOG names: averaging, and the CSV listing into
-// the file that VYN_BENCH_OUTPUT names.
+// The summary reader's work on the log that VYN_BENCH_LOG names: averaging, and the CSV listing
+// into the file that VYN_BENCH_OUTPUT names.
 
 #include <fstream>
 #include <list>
@@ -33,7 +33,7 @@ const Executions& executions() {
 }
 
 void averageStage(benchmark::State& state) {
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     EventAverager averager;
     for (const auto& events : executions().events) {
       averager.add(events);
@@ -52,7 +52,7 @@ class UnflushedFile : public std::filebuf {
 
 void listEvents(benchmark::State& state, std::filebuf& file) {
   VynProfileLogReader reader(std::string(), VisibilityLevel{127});
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     file.open(benchOutput(), std::ios::out | std::ios::trunc);
     std::ostream stream(&file);
     for (const auto& events : executions().events) {

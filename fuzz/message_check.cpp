@@ -1,4 +1,4 @@
-#include "document_check.h"
+#include "message_check.h"
 
 #include <algorithm>
 #include <cmath>
