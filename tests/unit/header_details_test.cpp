@@ -1,7 +1,7 @@
 // The log header: saved once, and told as text.
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <ctime>
@@ -29,6 +29,9 @@ extern "C" std::tm* localtime_r(const std::time_t* seconds, std::tm* calendar) n
 
 namespace vyn::profiling {
 namespace {
+
+using testing::HasSubstr;
+using testing::Not;
 
 using test::printedBy;
 
@@ -79,9 +82,8 @@ TEST_F(HeaderDetails, AreSevenLinesWithoutABackendVersion) {
 }
 
 TEST_F(HeaderDetails, EndWithTheBackendVersion) {
-  EXPECT_NE(detailsOf({"{header:{backendVersion:\"1.9\"}}"})
-                .find("vyn-profile-viewer <version>\nBackend            1.9\n"),
-            std::string::npos);
+  EXPECT_THAT(detailsOf({"{header:{backendVersion:\"1.9\"}}"}),
+              HasSubstr("vyn-profile-viewer <version>\nBackend            1.9\n"));
 }
 
 TEST_F(HeaderDetails, OfAHeaderWithoutFieldsAreZeros) {
@@ -95,13 +97,11 @@ TEST_F(HeaderDetails, OfAHeaderWithoutFieldsAreZeros) {
 }
 
 TEST_F(HeaderDetails, TimeBelowASecondIsTheFirstSecondOf1970) {
-  EXPECT_NE(detailsOf({"{header:{epochTime:999999}}"}).find("Thu Jan  1 00:00:00 1970\n"),
-            std::string::npos);
+  EXPECT_THAT(detailsOf({"{header:{epochTime:999999}}"}), HasSubstr("Thu Jan  1 00:00:00 1970\n"));
 }
 
 TEST_F(HeaderDetails, TimeScaleHasSixSignificantDigits) {
-  EXPECT_NE(detailsOf({"{header:{timeScale:0.123456789}}"}).find("Time Scale: 0.123457\n"),
-            std::string::npos);
+  EXPECT_THAT(detailsOf({"{header:{timeScale:0.123456789}}"}), HasSubstr("Time Scale: 0.123457\n"));
 }
 
 TEST_F(HeaderDetails, AreThoseOfTheFirstHeader) {
@@ -116,10 +116,9 @@ TEST_F(HeaderDetails, KeepTheZeroBytesOfVersionTexts) {
   using namespace std::string_literals;  // NOLINT(google-build-using-namespace)
   const std::string details = detailsOf(
       {"{header:{netRunVersion:\"2.0\\u0000net\",backendVersion:\"\\u00001.9\\u0000\"}}"});
-  EXPECT_NE(details.find("<version>\nvyn-net-run        2.0\0net\n"
-                         "Backend            \0"
-                         "1.9\0\n"s),
-            std::string::npos);
+  EXPECT_THAT(details, HasSubstr("<version>\nvyn-net-run        2.0\0net\n"
+                                 "Backend            \0"
+                                 "1.9\0\n"s));
 }
 
 TEST_F(HeaderDetails, KeepTheZeroBytesOfTheLogsName) {
@@ -145,8 +144,8 @@ TEST_F(HeaderDetails, YearThatHasNoTextGivesNothing) {
       test::printedBy([&] { details = detailsOf({"{header:{epochTime:18446744073709551615}}"}); });
   log::terminateLogging();
   EXPECT_EQ(details, "");
-  EXPECT_EQ(printed.find("vailable"), std::string::npos);
-  EXPECT_EQ(printed.find("ERROR"), std::string::npos);
+  EXPECT_THAT(printed, Not(HasSubstr("vailable")));
+  EXPECT_THAT(printed, Not(HasSubstr("ERROR")));
 }
 
 TEST_F(HeaderDetails, TimeWithoutACalendarFormIsLeftOut) {
