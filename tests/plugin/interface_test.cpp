@@ -3,13 +3,13 @@
 #include <dlfcn.h>
 #include <gmock/gmock.h>
 
-#include <cstdio>
 #include <memory>
 #include <sstream>
 
 #include "support/json_log.h"
 #include "support/loaded_plugin.h"
 #include "support/log_event.h"
+#include "support/run_program.h"
 #include "support/temp_folder.h"
 #include "support/text_file.h"
 
@@ -19,21 +19,12 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-std::string outputOf(const std::string& command) {
-  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-  std::string text;
-  for (int character = fgetc(pipe.get()); character != EOF; character = fgetc(pipe.get())) {
-    text.push_back(static_cast<char>(character));
-  }
-  return text;
-}
-
 class Plugin : public testing::TestWithParam<const char*> {};
 
 TEST_P(Plugin, ExportsTwoNamesAndNothingElse) {
-  EXPECT_EQ(outputOf("nm --dynamic --defined-only --format=just-symbols '" +
-                     std::string(GetParam()) + "'"),
-            "createReader\ndeleteReader\n");
+  const ProgramResult symbols = runProgram(
+      {.words = {"nm", "--dynamic", "--defined-only", "--format=just-symbols", GetParam()}});
+  EXPECT_EQ(symbols.output, "createReader\ndeleteReader\n");
 }
 
 TEST_P(Plugin, IsGoneAfterItWasClosed) {

@@ -3,10 +3,10 @@
 #include <rapidjson/document.h>
 
 #include <iomanip>
-#include <locale>
 #include <sstream>
 
 #include "plugin/json_fixture.h"
+#include "support/foreign_locale.h"
 
 namespace vyn::test {
 namespace {
@@ -94,18 +94,9 @@ TEST_F(JsonText, EqualTextsOfManyEventsAreAllWritten) {
       std::vector<std::string>(50, "\"identifier\": \"a name of more than thirteen bytes\","));
 }
 
-// Groups digits and marks decimals as some countries do.
-class Grouping : public std::numpunct<char> {
- protected:
-  char do_thousands_sep() const override { return '.'; }
-  char do_decimal_point() const override { return ','; }
-  std::string do_grouping() const override { return "\3"; }
-};
-
 TEST_F(JsonText, NumbersArePlainInAGroupingLocale) {
-  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
+  const GlobalGroupingLocale grouping;
   const std::string document = documentOf(logOfEvent(number("conv", 1234567, {{.value = 1234.5}})));
-  std::locale::global(previous);
   EXPECT_THAT(document, HasSubstr("\"value\": 1234567,"));
   EXPECT_THAT(document, HasSubstr("\"value\": 1234.5\n"));
 }

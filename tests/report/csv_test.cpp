@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include <locale>
 #include <sstream>
 
+#include "support/foreign_locale.h"
 #include "support/log_event.h"
 #include "support/open_reader.h"
 #include "support/text_file.h"
@@ -140,12 +140,8 @@ TEST_F(Csv, ValuesOfOtherTypesAndCommasStandAsTheyAre) {
 }
 
 TEST_F(Csv, TimeStampsArePlainInAStreamThatGroups) {
-  class Grouping : public std::numpunct<char> {
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-  };
   std::ostringstream stream;
-  stream.imbue(std::locale(std::locale(), new Grouping));
+  stream.imbue(groupingLocale());
   m_reader.writeEventsCsv(stream, {cycles("x", 1234567)}, 7654321, "EXECUTE");
   EXPECT_EQ(stream.str(), "7654321,EXECUTE,1234567,CYCLES,BACKEND,ROOT,x\n");
 }

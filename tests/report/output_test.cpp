@@ -2,11 +2,11 @@
 
 #include <gmock/gmock.h>
 
-#include <locale>
 #include <sstream>
 
 #include "log/logger_registry.h"
 #include "support/captured_output.h"
+#include "support/foreign_locale.h"
 #include "support/log_event.h"
 #include "support/open_reader.h"
 
@@ -107,18 +107,12 @@ TEST_F(Output, NullTextLeavesItAndPrintsNothing) {
 }
 
 TEST_F(Output, NumbersArePlainInAGroupingLocale) {
-  class Grouping : public std::numpunct<char> {
-    char do_thousands_sep() const override { return '.'; }
-    char do_decimal_point() const override { return ','; }
-    std::string do_grouping() const override { return "\3"; }
-  };
   m_reader.m_deInitTime = 1234567;
   m_reader.m_hasExecuteIps = true;
   m_reader.m_executeIpsEvents = {cycles("duration", 1000), cycles("count", 2000)};
-  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
+  const GlobalGroupingLocale grouping;
   const std::string printed =
       printedBy([&] { EXPECT_TRUE(m_reader.generateOutput(m_folder.path("out.csv"))); });
-  std::locale::global(previous);
   EXPECT_THAT(printed, HasSubstr("NetRun: 1234567 us"));
   EXPECT_THAT(printed, HasSubstr("time): 2000000.0000 inf/sec"));
   EXPECT_THAT(readFile(m_folder.path("out.csv")), HasSubstr("0,DE-INIT,1234567,US"));

@@ -93,6 +93,7 @@ class OpenReader : public profiling::VynProfileLogReader {
 /// The identifiers of events.
 inline std::vector<std::string> namesOf(const std::vector<profiling::EventNode>& events) {
   std::vector<std::string> names;
+  names.reserve(events.size());
   for (const auto& event : events) {
     names.push_back(event.identifier);
   }
@@ -102,6 +103,7 @@ inline std::vector<std::string> namesOf(const std::vector<profiling::EventNode>&
 /// The values of events that all carry unsigned ones.
 inline std::vector<std::uint64_t> valuesOf(const std::vector<profiling::EventNode>& events) {
   std::vector<std::uint64_t> values;
+  values.reserve(events.size());
   for (const auto& event : events) {
     values.push_back(event.value.uint64);
   }
@@ -112,6 +114,7 @@ inline std::vector<std::uint64_t> valuesOf(const std::vector<profiling::EventNod
 template <typename Groups>
 std::vector<std::string> graphsOf(const Groups& groups) {
   std::vector<std::string> names;
+  names.reserve(groups.size());
   for (const auto& group : groups) {
     names.push_back(group.name);
   }

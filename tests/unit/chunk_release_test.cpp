@@ -7,15 +7,13 @@
 #include "json/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 #include "support/captured_output.h"
-#include "support/json_log.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 
 namespace vyn::profiling {
 namespace {
 
-const std::string kChunk =
-    "{header:{netRunVersion:\"2\"},messages:[{header:{},appMetrics:{},method:5},"
-    "{header:{},appMetrics:{},method:5}]}";
+const std::string kChunk = test::chunkOf({test::deInit(), test::deInit()}, "{netRunVersion:\"2\"}");
 
 template <typename Reader>
 class OpenChunk : public Reader {

@@ -10,6 +10,7 @@
 #include "core/vyn_profile_log_reader.h"
 #include "log/logger_registry.h"
 #include "support/captured_output.h"
+#include "support/foreign_locale.h"
 #include "support/json_log.h"
 #include "support/temp_folder.h"
 
@@ -55,8 +56,8 @@ class HeaderDetails : public testing::Test {
   }
 
   // The details of a log of these chunks, as if it lay at /data/run.log.
-  std::string detailsOf(std::initializer_list<std::string> chunks, int level = 127) {
-    OpenReader reader(m_folder.add("run.log", test::logOf(chunks)), VisibilityLevel(level));
+  std::string detailsOf(std::initializer_list<std::string> chunks, int visibility = 127) {
+    OpenReader reader(m_folder.add("run.log", test::logOf(chunks)), VisibilityLevel(visibility));
     EXPECT_TRUE(reader.readInputFile(false));
     reader.m_inputLogFileLocation = "/data/run.log";
     return test::masked(reader.getHeaderDetails());
@@ -162,15 +163,8 @@ TEST_F(HeaderDetails, TimeWithoutACalendarFormIsLeftOut) {
 }
 
 TEST_F(HeaderDetails, NumbersArePlainInAGroupingLocale) {
-  class Grouping : public std::numpunct<char> {
-    char do_thousands_sep() const override { return '.'; }
-    char do_decimal_point() const override { return ','; }
-    std::string do_grouping() const override { return "\3"; }
-  };
-  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
-  const std::string details = detailsOf({kExample});
-  std::locale::global(previous);
-  EXPECT_EQ(details, kExampleDetails);
+  const test::GlobalGroupingLocale grouping;
+  EXPECT_EQ(detailsOf({kExample}), kExampleDetails);
 }
 
 class HeaderLog : public HeaderDetails {
