@@ -1,6 +1,5 @@
 #include "core/version/profile_viewer_version.h"
 #include "host/host_fixture.h"
-#include "support/json_log.h"
 
 namespace vyn::test {
 namespace {
@@ -44,9 +43,8 @@ TEST_F(ViewSummaryTest, TheListingMayFollowTheSummaryOnStandardOutput) {
 }
 
 TEST_F(ViewSummaryTest, MessagesBelowTheLevelAreTaken) {
-  write("run.log",
-        makeChunk({R"(visibilityLevel: -6, profilingEvents: [{identifier: "shown"}])",
-                   R"(visibilityLevel: -5, profilingEvents: [{identifier: "hidden"}])"}));
+  write("run.log", logWith({execute("net", {.visibilityLevel = -6}, {{.identifier = "shown"}}),
+                            execute("net", {.visibilityLevel = -5}, {{.identifier = "hidden"}})}));
   const ProgramResult result = run({"run.log", "-r", "summary", "-l", "-5"});
   EXPECT_THAT(result.output, HasSubstr("shown"));
   EXPECT_THAT(result.output, Not(HasSubstr("hidden")));
@@ -54,10 +52,7 @@ TEST_F(ViewSummaryTest, MessagesBelowTheLevelAreTaken) {
 }
 
 TEST_F(ViewSummaryTest, PayloadsAreWrittenOnlyWhenAskedFor) {
-  write("run.log",
-        makeChunk({R"(profilingEvents: [{identifier: "blob", unit: OBJECT, valueType: RAW_DATA,
-                                    rawData: [98, 121, 116, 101, 115], secondaryName: "blob.bin"}])"},
-                  "BACKEND_FINALIZE"));
+  write("run.log", logWith({finalize("net", {}, {object("blob.bin", "bytes")})}));
   EXPECT_THAT(run({"run.log", "-r", "summary"}), SucceedsQuietly());
   EXPECT_THAT(names(), ElementsAre("run.log"));
   EXPECT_THAT(run({"run.log", "-r", "summary", "--payloads"}), SucceedsQuietly());
@@ -88,17 +83,19 @@ TEST_F(ViewSummaryTest, IsNotPrintedWhenTheListingFails) {
 
 TEST_F(ViewSummaryTest, WhatTheReaderPrintsWhileReadingComesFirst) {
   // An asynchronous execution without a queue wait makes the reader print a notice.
-  write("run.log", smallLog() + makeChunk({""}, "BACKEND_EXECUTE_ASYNC"));
+  write("run.log", smallLog() + logWith({executeAsync("net", {.duration = 7})}));
   const ProgramResult result = run({"run.log", "-r", "summary"});
   EXPECT_THAT(result, SucceedsQuietly());
   EXPECT_LT(result.output.find("queue-wait"), result.output.find("Input Log File Location"));
 }
 
-constexpr char kHostileName[] =
-    R"(profilingEvents: [{identifier: "\u001b[31mred\t\u009bü", unit: COUNT}])";
+std::string logOfHostileName() {
+  const Event event{.identifier = "\x1b[31mred\t\xc2\x9bü", .unit = EventUnit::COUNT};
+  return logWith({execute("net", {}, {event})});
+}
 
 TEST_F(ViewSummaryTest, OnATerminalControlCharactersAreShownNotSent) {
-  write("run.log", makeChunk({kHostileName}));
+  write("run.log", logOfHostileName());
   const std::string shown = "    Backend (\\x1b[31mred\\x09\\xc2\\x9bü): ";
   const ProgramResult summary =
       runInShell("script --quiet --return --command \"'$0' run.log -r summary\" /dev/null", {});
@@ -111,7 +108,7 @@ TEST_F(ViewSummaryTest, OnATerminalControlCharactersAreShownNotSent) {
 }
 
 TEST_F(ViewSummaryTest, AnywhereElseItIsPassedOnByteForByte) {
-  write("run.log", makeChunk({kHostileName}));
+  write("run.log", logOfHostileName());
   EXPECT_THAT(run({"run.log", "-r", "summary"}).output,
               HasSubstr("    Backend (\x1b[31mred\t\xc2\x9bü): "));
 }
@@ -122,7 +119,7 @@ TEST_F(ViewSummaryTest, OnATerminalCharactersStayWhole) {
   for (int i = 0; i < 100'000; ++i) {
     name += "€";
   }
-  write("run.log", makeChunk({R"(profilingEvents: [{identifier: ")" + name + "\"}]"}));
+  write("run.log", logWith({execute("net", {}, {{.identifier = name}})}));
   const ProgramResult result =
       runInShell("script --quiet --return --command \"'$0' run.log -r summary\" /dev/null", {});
   EXPECT_THAT(result.output, HasSubstr("    Backend (" + name + "): "));
@@ -152,7 +149,7 @@ TEST_F(HeaderTest, IsPrintedAlone) {
 
 TEST_F(HeaderTest, WhatTheReaderPrintsWhileReadingGoesToStandardError) {
   // An asynchronous execution without a queue wait makes the reader print a notice.
-  write("run.log", smallLog() + makeChunk({""}, "BACKEND_EXECUTE_ASYNC"));
+  write("run.log", smallLog() + logWith({executeAsync("net", {.duration = 7})}));
   const ProgramResult result = run({"run.log", "-r", "summary", "--header"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_THAT(result.output, StartsWith("Input Log File Location: run.log\n"));
@@ -168,7 +165,7 @@ TEST_F(HeaderTest, ControlCharactersOfTheLogAreShownNotSent) {
 }
 
 TEST_F(HeaderTest, ALogMayHaveNone) {
-  write("run.log", makeChunk({}));
+  write("run.log", logWith({}));
   EXPECT_THAT(run({"run.log", "-r", "summary", "--header"}),
               FailsWith("run.log: the log holds no header; read it without --header"));
 }
