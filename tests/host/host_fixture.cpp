@@ -1,7 +1,5 @@
 #include "host/host_fixture.h"
 
-#include <algorithm>
-
 #include "support/text_file.h"
 
 namespace vyn::test {
@@ -19,13 +17,10 @@ void HostTest::write(const std::string& name, const std::string& content) const 
 std::string HostTest::read(const std::string& name) const { return readFile(m_directory / name); }
 
 std::vector<std::string> HostTest::names() const {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(m_directory)) {
-    if (entry.path() != scratch() || !fs::is_empty(scratch())) {
-      names.push_back(entry.path().filename());
-    }
+  std::vector<std::string> names = m_folder.files();
+  if (fs::is_empty(scratch())) {
+    std::erase(names, scratch().filename());
   }
-  std::sort(names.begin(), names.end());
   return names;
 }
 

@@ -41,7 +41,7 @@ std::string metadata(const std::string& timeScale, const std::string& version,
 )";
 }
 
-TEST_F(JsonMetadata, WholeHeader) {
+TEST_F(JsonMetadata, HoldsTheWholeHeader) {
   EXPECT_EQ(documentOfChunks({"{header:{timeScale:1.0,epochTime:18446744073709551615,"
                               "timestamp:18446744073709551615,version:{major:4294967295,"
                               "minor:2,teeny:3,versionFlag:1},netRunVersion:\"2.0.0\"}}"}),

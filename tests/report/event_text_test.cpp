@@ -70,7 +70,7 @@ TEST(EventText, FloatsHaveAPointWhateverTheLocale) {
   EXPECT_EQ(text(0x0232, 0x3FC00000), "1.500000");
 }
 
-TEST(EventText, UnitsOfTheCsv) {
+TEST(EventText, UnitsOfTheCsvStandInCapitals) {
   EXPECT_STREQ(unitToString(2), "BYTES");
   EXPECT_STREQ(unitToString(3), "CYCLES");
   EXPECT_STREQ(unitToString(4), "COUNT");
@@ -81,7 +81,7 @@ TEST(EventText, UnitsOfTheCsv) {
   }
 }
 
-TEST(EventText, UnitsOfTheConsole) {
+TEST(EventText, UnitsOfTheConsoleFollowABlank) {
   EXPECT_STREQ(unitToSuffix(2), " bytes");
   EXPECT_STREQ(unitToSuffix(3), " cycles");
   EXPECT_STREQ(unitToSuffix(4), " count");

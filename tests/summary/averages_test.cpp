@@ -20,6 +20,7 @@ class Averages : public SummaryReaderTest {
   // The mean events of executions of one graph with these event lists.
   std::vector<EventNode> meanOf(const std::vector<Events>& lists) {
     std::vector<Message> executions;
+    executions.reserve(lists.size());
     for (const Events& events : lists) {
       executions.push_back(execute("net", {.duration = 1}, events));
     }

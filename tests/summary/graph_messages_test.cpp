@@ -26,9 +26,9 @@ TEST_F(GraphMessages, ExecutionsAreGroupedByNameInOrderOfArrival) {
 }
 
 TEST_F(GraphMessages, TenThousandGraphsKeepTheirOrder) {
-  std::vector<std::string> graphs;
-  for (int i = 0; i < 10000; ++i) {
-    graphs.push_back("g" + std::to_string(i));
+  std::vector<std::string> graphs(10000);
+  for (std::size_t i = 0; i < graphs.size(); ++i) {
+    graphs[i] = "g" + std::to_string(i);
   }
   std::vector<Message> messages;
   for (int pass = 0; pass < 2; ++pass) {

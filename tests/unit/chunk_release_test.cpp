@@ -46,18 +46,18 @@ void expectNothingIsKept(const std::string& log, bool expected) {
   EXPECT_FALSE(reader.processNextMessage());
 }
 
-TEST(ChunkRelease, AfterARead) {
+TEST(ChunkRelease, NothingIsHeldAfterARead) {
   expectNothingIsKept<VynProfileLogReader>(test::logOf({kChunk}), true);
   expectNothingIsKept<VynProfileLogReaderJSON>(test::logOf({kChunk}), true);
 }
 
-TEST(ChunkRelease, AfterAReadThatFailed) {
+TEST(ChunkRelease, NothingIsHeldAfterAReadThatFailed) {
   const std::string log = test::logOf({kChunk}) + test::framed("0123456789abcdef");
   expectNothingIsKept<VynProfileLogReader>(log, false);
   expectNothingIsKept<VynProfileLogReaderJSON>(log, false);
 }
 
-TEST(ChunkRelease, AfterAReadThatThrew) {
+TEST(ChunkRelease, NothingIsHeldAfterAReadThatThrew) {
   const test::TempFolder folder;
   FailingReader reader(folder.add("run.log", test::logOf({kChunk})), VisibilityLevel{127});
   EXPECT_THROW(reader.readInputFile(false), std::bad_alloc);

@@ -176,19 +176,19 @@ class HeaderLog : public HeaderDetails {
   void TearDown() override { log::terminateLogging(); }
 };
 
-TEST_F(HeaderLog, DetailsBeforeAnyHeader) {
+TEST_F(HeaderLog, SaysThatThereAreNoDetailsBeforeAnyHeader) {
   OpenReader reader("run.log", VisibilityLevel{1});
   EXPECT_EQ(printedBy([&] { EXPECT_EQ(reader.getHeaderDetails(), ""); }),
             "<ms> [ DEBUG ] Header details unavailable.\n");
 }
 
-TEST_F(HeaderLog, SavingWithoutAHeader) {
+TEST_F(HeaderLog, SaysThatThereIsNoHeaderToSave) {
   OpenReader reader("run.log", VisibilityLevel{1});
   EXPECT_EQ(printedBy([&] { reader.saveHeader(); }), "<ms> [ DEBUG ] hdr is nullptr\n");
   EXPECT_FALSE(reader.m_headerSaved);
 }
 
-TEST_F(HeaderLog, SavingTwice) {
+TEST_F(HeaderLog, SaysThatAHeaderWasSavedAlready) {
   OpenReader reader(m_folder.add("run.log", test::logOf({kExample})), VisibilityLevel{1});
   printedBy([&] { ASSERT_TRUE(reader.readInputFile(false)); });
   EXPECT_EQ(printedBy([&] { reader.saveHeader(); }),
