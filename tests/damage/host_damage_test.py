@@ -5,10 +5,10 @@ Usage: host_damage_test.py VIEWER LOG
 """
 
 import json
-import os
-import subprocess
 import sys
-import tempfile
+from pathlib import Path
+
+from support.programs import run, temp_folder
 
 CASES = 80
 
@@ -25,28 +25,25 @@ def damaged_logs(log):
 
 def check(viewer, folder, what, log):
     """Returns whether the log was taken; exits when viewer and output do not fit together."""
-    with open(os.path.join(folder, "run.log"), "wb") as file:
-        file.write(log)
-    run = subprocess.run([viewer, "run.log", "-o", "out.json"], cwd=folder, capture_output=True,
-                         check=False, timeout=60)
-    output = os.path.join(folder, "out.json")
-    if run.returncode == 0:
-        with open(output, "rb") as file:
-            json.loads(file.read().decode("utf-8", "replace"))
-        os.remove(output)
+    (folder / "run.log").write_bytes(log)
+    result = run(viewer, "run.log", "-o", "out.json", folder=folder, status=None, timeout=60)
+    output = folder / "out.json"
+    if result.returncode == 0:
+        json.loads(output.read_bytes().decode("utf-8", "replace"))
+        output.unlink()
         return True
-    if run.returncode != 1 or not run.stderr.endswith(b"\n"):
-        sys.exit(f"{what}: status {run.returncode}, {run.stderr!r}")
-    if os.listdir(folder) != ["run.log"]:
-        sys.exit(f"{what}: left {os.listdir(folder)}")
+    if result.returncode != 1 or not result.stderr.endswith(b"\n"):
+        sys.exit(f"{what}: status {result.returncode}, {result.stderr!r}")
+    left = [path.name for path in folder.iterdir()]
+    if left != ["run.log"]:
+        sys.exit(f"{what}: left {left}")
     return False
 
 
 def main():
     viewer, log_path = sys.argv[1:]
-    with open(log_path, "rb") as file:
-        log = file.read()
-    with tempfile.TemporaryDirectory() as folder:
+    log = Path(log_path).read_bytes()
+    with temp_folder() as folder:
         taken = [check(viewer, folder, what, damaged) for what, damaged in damaged_logs(log)]
     print(f"{len(taken)} damaged logs: {sum(taken)} taken, {len(taken) - sum(taken)} refused")
     if all(taken) or not any(taken):

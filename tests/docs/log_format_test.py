@@ -2,12 +2,11 @@
 
 import os
 import re
-import struct
-import subprocess
-import tempfile
 import unittest
 
 from marked_blocks import blocks
+from support.frame_chunks import write_log
+from support.programs import temp_folder
 
 SOURCE = os.environ["VYN_SOURCE_DIR"]
 DOCUMENT = f"{SOURCE}/docs/log-format.md"
@@ -15,14 +14,11 @@ DUMP_LINE = re.compile(r"^(?:\+0x([0-9A-F]{2})|     )  ((?:[0-9A-F]{2} )+) ", re
 
 
 def chunk_from_flatc(text):
-    with tempfile.TemporaryDirectory() as folder:
-        with open(f"{folder}/chunk.json", "w", encoding="utf-8") as file:
-            file.write(text)
-        subprocess.run([os.environ["VYN_FLATC"], "--binary", "--no-warnings", "-o", folder,
-                        f"{SOURCE}/schema/profile_log.fbs", f"{folder}/chunk.json"], check=True)
-        with open(f"{folder}/chunk.bin", "rb") as file:
-            buffer = file.read()
-    return struct.pack("<I", len(buffer)) + buffer
+    with temp_folder() as folder:
+        chunk = folder / "chunk.json"
+        chunk.write_text(text, encoding="utf-8")
+        return write_log(folder / "run.log", os.environ["VYN_FLATC"],
+                         f"{SOURCE}/schema/profile_log.fbs", [chunk]).read_bytes()
 
 
 class LogFormatTest(unittest.TestCase):

@@ -3,9 +3,9 @@
 import os
 import pathlib
 import re
-import subprocess
-import tempfile
 import unittest
+
+from support.programs import run, temp_folder
 
 SOURCE = os.environ["VYN_SOURCE_DIR"]
 BUILD = os.environ["VYN_BUILD_DIR"]
@@ -13,34 +13,28 @@ BUILD = os.environ["VYN_BUILD_DIR"]
 
 class ReadmeTest(unittest.TestCase):
     def test_host_writes_what_the_viewer_writes(self):
-        with tempfile.TemporaryDirectory() as folder:
-            def run(*command):
-                subprocess.run(command, cwd=folder, check=True, stdout=subprocess.DEVNULL)
-            run(f"{BUILD}/bin/vyn-make-log", "-o", "run.log", "--executions", "2")
-            run(os.environ["VYN_README_HOST"], os.environ["VYN_READER"], "run.log", "host.json")
-            run(f"{BUILD}/bin/vyn-profile-viewer", "run.log", "-o", "viewer.json")
-            with open(f"{folder}/host.json", "rb") as host, \
-                 open(f"{folder}/viewer.json", "rb") as viewer:
-                self.assertEqual(host.read(), viewer.read())
+        with temp_folder() as folder:
+            run(f"{BUILD}/bin/vyn-make-log", "-o", "run.log", "--executions", "2", folder=folder)
+            run(os.environ["VYN_README_HOST"], os.environ["VYN_READER"], "run.log", "host.json",
+                folder=folder)
+            run(f"{BUILD}/bin/vyn-profile-viewer", "run.log", "-o", "viewer.json", folder=folder)
+            self.assertEqual((folder / "host.json").read_bytes(),
+                             (folder / "viewer.json").read_bytes())
 
     def test_host_fails_without_a_log(self):
-        with tempfile.TemporaryDirectory() as folder:
-            status = subprocess.run([os.environ["VYN_README_HOST"], os.environ["VYN_READER"],
-                                     f"{folder}/none.log", f"{folder}/none.json"],
-                                    stdout=subprocess.DEVNULL, check=False).returncode
-        self.assertEqual(status, 1)
+        with temp_folder() as folder:
+            run(os.environ["VYN_README_HOST"], os.environ["VYN_READER"], "none.log", "none.json",
+                folder=folder, status=1)
 
     def test_outputs_are_what_the_programs_give(self):
-        subprocess.run([f"{SOURCE}/scripts/refresh-outputs", "--check", "--build", BUILD],
-                       check=True)
+        run(f"{SOURCE}/scripts/refresh-outputs", "--check", "--build", BUILD)
 
     def test_every_option_is_in_its_table(self):
         with open(f"{SOURCE}/README.md", encoding="utf-8") as file:
             sections = re.split(r"^## ", file.read(), flags=re.MULTILINE)
         for program in ("vyn-profile-viewer", "vyn-make-log"):
             table = next(text for text in sections if text.startswith(f"{program}\n"))
-            page = subprocess.run([f"{BUILD}/bin/{program}", "--help"], check=True, text=True,
-                                  stdout=subprocess.PIPE).stdout
+            page = run(f"{BUILD}/bin/{program}", "--help", text=True).stdout
             options = re.findall(r"^  (?:-\w,)?(--[\w-]+)", page, flags=re.MULTILINE)
             self.assertGreater(len(options), 5)
             for option in options:

@@ -4,12 +4,12 @@ import copy
 import glob
 import json
 import os
-import struct
-import subprocess
-import tempfile
 import unittest
 
 from jsonschema import Draft202012Validator
+
+from support.frame_chunks import write_log
+from support.programs import run, temp_folder
 
 SOURCE = os.environ["VYN_SOURCE_DIR"]
 MAKE_LOG = os.environ["VYN_BUILD_DIR"] + "/bin/vyn-make-log"
@@ -32,31 +32,20 @@ EDGE_CASES = {
 EMPTY_HEADER = {"header": {}}
 
 
-def frame(folder, name, *chunks):
+def log_of(folder, name, *chunks):
     """Writes the chunks as a log, by way of flatc."""
-    log = f"{folder}/{name}.log"
-    with open(log, "wb") as file:
-        for number, chunk in enumerate(chunks):
-            text = f"{folder}/{name}-{number}.json"
-            with open(text, "w", encoding="utf-8") as chunk_file:
-                json.dump(chunk, chunk_file)
-            subprocess.run([os.environ["VYN_FLATC"], "--binary", "--no-warnings", "-o", folder,
-                            f"{SOURCE}/schema/profile_log.fbs", text], check=True)
-            with open(f"{folder}/{name}-{number}.bin", "rb") as buffer_file:
-                buffer = buffer_file.read()
-            file.write(struct.pack("<I", len(buffer)) + buffer)
-    return log
+    texts = [folder / f"{name}-{number}.json" for number in range(len(chunks))]
+    for text, chunk in zip(texts, chunks):
+        text.write_text(json.dumps(chunk), encoding="utf-8")
+    return write_log(folder / f"{name}.log", os.environ["VYN_FLATC"],
+                     f"{SOURCE}/schema/profile_log.fbs", texts)
 
 
 def outputs(folder, *logs):
     """The first output, with one log read, and the last one, with all of them."""
-    subprocess.run([os.environ["VYN_JSON_OUTPUTS"], os.environ["VYN_READER"], folder, *logs],
-                   check=True)
-    texts = []
-    for name in ("object", "array"):
-        with open(f"{folder}/{name}.json", encoding="utf-8") as file:
-            texts.append(json.load(file))
-    return texts
+    run(os.environ["VYN_JSON_OUTPUTS"], os.environ["VYN_READER"], folder, *logs)
+    return [json.loads((folder / f"{name}.json").read_text(encoding="utf-8"))
+            for name in ("object", "array")]
 
 
 class SchemaTest(unittest.TestCase):
@@ -65,13 +54,13 @@ class SchemaTest(unittest.TestCase):
         with open(f"{SOURCE}/docs/profile.schema.json", encoding="utf-8") as file:
             cls.schema = json.load(file)
         cls.validator = Draft202012Validator(cls.schema)
-        with tempfile.TemporaryDirectory() as folder:
-            made = f"{folder}/made.log"
-            subprocess.run([MAKE_LOG, "-o", made, "--executions", "3", "--graphs", "2",
-                            "--nodes", "5", "--async"], check=True, stdout=subprocess.DEVNULL)
+        with temp_folder() as folder:
+            made = folder / "made.log"
+            run(MAKE_LOG, "-o", made, "--executions", "3", "--graphs", "2", "--nodes", "5",
+                "--async")
             cls.profile, cls.profiles = outputs(
-                folder, made, frame(folder, "edges", EDGE_CASES, EMPTY_HEADER),
-                frame(folder, "empty"))
+                folder, made, log_of(folder, "edges", EDGE_CASES, EMPTY_HEADER),
+                log_of(folder, "empty"))
 
     def refuses(self, change):
         broken = copy.deepcopy(self.profile)

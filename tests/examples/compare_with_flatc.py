@@ -1,17 +1,18 @@
 #!/usr/bin/python3
 """Compares the viewer's document of an example with what flatc says of the same chunk.
 
-Usage: compare_with_flatc.py VIEWER SCHEMA EXAMPLE
+Usage: compare_with_flatc.py VIEWER FLATC SCHEMA EXAMPLE
 
 flatc makes the chunk from the example and turns it back into JSON. What the document must hold
 follows from that, key by key and in order; every difference fails.
 """
 
 import json
-import os
-import subprocess
 import sys
-import tempfile
+from pathlib import Path
+
+from support.frame_chunks import chunk_bytes, framed
+from support.programs import run, temp_folder
 
 UNNAMED = {"LIBRARY_LOAD", "APPLY_BINARY_SECTION", "UNSPECIFIED"}  # names that are no texts
 VALUE_FIELDS = {"INT64": "int64Value", "UINT64": "uint64Value", "FLOAT": "floatValue",
@@ -79,22 +80,17 @@ def compare(actual, expected, path="$"):
 
 
 def main():
-    viewer, schema, example = sys.argv[1:]
-    frame = os.path.join(os.path.dirname(__file__), "..", "support", "frame_chunks.py")
-    flatc = ["flatc", "--no-warnings"]
-    with tempfile.TemporaryDirectory() as folder:
-        subprocess.run([*flatc, "--binary", "-o", folder, schema, example], check=True)
-        chunk = os.path.join(folder, os.path.basename(example).replace(".json", ".bin"))
-        log = os.path.join(folder, "example.log")
-        subprocess.run(["/usr/bin/python3", frame, log, chunk], check=True)
-        subprocess.run([*flatc, "--json", "--strict-json", "--defaults-json", "--raw-binary",
-                        "--natural-utf8", "-o", folder, schema, "--", chunk], check=True)
-        subprocess.run([viewer, log, "-o", os.path.join(folder, "document.json")], check=True)
-        with open(chunk.replace(".bin", ".json"), encoding="utf-8") as file:
-            table = json.load(file)
-        with open(os.path.join(folder, "document.json"), encoding="utf-8") as file:
-            document = json.load(file)
-        compare(document, {"metadata": metadata(table["header"], log),
+    viewer, flatc, schema, example = sys.argv[1:]
+    with temp_folder() as folder:
+        chunk, log, output = (folder / name for name in ("chunk.bin", "run.log", "document.json"))
+        chunk.write_bytes(chunk_bytes(flatc, schema, Path(example), folder))
+        log.write_bytes(framed(chunk.read_bytes()))
+        run(flatc, "--no-warnings", "--json", "--strict-json", "--defaults-json", "--raw-binary",
+            "--natural-utf8", "-o", folder, schema, "--", chunk)
+        run(viewer, log, "-o", output)
+        table = json.loads((folder / "chunk.json").read_text(encoding="utf-8"))
+        document = json.loads(output.read_text(encoding="utf-8"))
+        compare(document, {"metadata": metadata(table["header"], str(log)),
                            "messages": [message(entry) for entry in table["messages"]]})
 
 

@@ -4,11 +4,10 @@ the log maker's own record. Usage: made_log_csv_test.py MAKER VIEWER"""
 
 import csv
 import json
-import subprocess
 import sys
-import tempfile
 import unittest
-from pathlib import Path
+
+from support.programs import run, temp_folder
 
 OPTIONS = ["--graphs", "3", "--async", "--components", "--object-payloads", "2",
            "--binary-sections", "2", "--executions", "5"]
@@ -22,10 +21,10 @@ def value_text(value):
     return f"{value:.6f}" if isinstance(value, float) else str(value)
 
 
-def event_row(start, event, level):
+def event_row(start, event, depth):
     unit = event.get("unit", "")
     return [*start, value_text(event.get("value", "")), unit if unit in UNITS else "US", "BACKEND",
-            level, event.get("identifier", "null")]
+            depth, event.get("identifier", "null")]
 
 
 def execution_rows(message):
@@ -37,20 +36,19 @@ def execution_rows(message):
     for event in message["profilingEvents"]:
         if event["type"] == "INIT":
             continue
-        for level, listed in [("ROOT", event),
+        for depth, listed in [("ROOT", event),
                               *(("SUB-EVENT", child) for child in event.get("sub-events", []))]:
             if listed["unit"] != "OBJECT":
-                yield event_row(start, listed, level)
+                yield event_row(start, listed, depth)
 
 
 class MadeLogCsv(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        with tempfile.TemporaryDirectory() as folder:
-            log, record, listing = (Path(folder) / name for name in ("log", "record", "csv"))
-            subprocess.run([maker, "-o", log, "--record", record, *OPTIONS], check=True)
-            subprocess.run([viewer, log, "--reader", "summary", "-o", listing], check=True,
-                           stdout=subprocess.DEVNULL)
+        with temp_folder() as folder:
+            log, record, listing = (folder / name for name in ("log", "record", "csv"))
+            run(maker, "-o", log, "--record", record, *OPTIONS)
+            run(viewer, log, "--reader", "summary", "-o", listing)
             with open(listing, newline="", encoding="utf-8") as file:
                 cls.rows = list(csv.reader(file))
             messages = [json.loads(line) for line in record.read_text().splitlines()[1:]]

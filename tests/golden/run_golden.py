@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Runs the summary on one log and compares all that comes out with the files of a case.
 
-Usage: run_golden.py VIEWER SCHEMA CASE_FOLDER CHUNK_JSON...
+Usage: run_golden.py VIEWER FLATC SCHEMA CASE_FOLDER CHUNK_JSON...
 
 flatc makes the chunks. The console text must be expected.txt, the listing expected.csv, and the
 files written those of the folder payloads, if there is one; the viewer's version stands as <version>,
@@ -9,13 +9,13 @@ the elapsed time of a log line as <ms>.
 """
 
 import csv
-import os
 import re
-import subprocess
 import sys
-import tempfile
+from pathlib import Path
 
-HERE = os.path.dirname(os.path.abspath(__file__))
+from support.frame_chunks import write_log
+from support.programs import run, temp_folder
+
 COLUMNS = 7
 VERSION = re.compile(rb"v\d+\.\d+\.\d+\.\d{12}_\d+")
 ELAPSED = re.compile(rb" *\d+\.\dms \[")
@@ -25,20 +25,12 @@ def masked(text):
     return ELAPSED.sub(b"<ms> [", VERSION.sub(b"<version>", text))
 
 
-def content(*path):
-    with open(os.path.join(*path), "rb") as file:
-        return masked(file.read())
+def content(path):
+    return masked(path.read_bytes())
 
 
-def make_log(folder, schema, chunk_texts):
-    chunks = []
-    for text in chunk_texts:
-        subprocess.run(["flatc", "--no-warnings", "--binary", "-o", folder, schema, text], check=True)
-        chunks.append(os.path.join(folder, os.path.basename(text).replace(".json", ".bin")))
-    frame = os.path.join(HERE, "..", "support", "frame_chunks.py")
-    subprocess.run(["/usr/bin/python3", frame, os.path.join(folder, "run.log"), *chunks], check=True)
-    for chunk in chunks:
-        os.remove(chunk)
+def names_in(folder):
+    return sorted(path.name for path in folder.iterdir())
 
 
 def compare(name, actual, expected):
@@ -49,7 +41,7 @@ def compare(name, actual, expected):
 
 def check_columns(folder):
     """An independent reader finds every row below the preamble whole."""
-    with open(os.path.join(folder, "out.csv"), newline="", encoding="utf-8") as file:
+    with open(folder / "out.csv", newline="", encoding="utf-8") as file:
         rows = list(csv.reader(file))[4:]
     broken = [row for row in rows if len(row) != COLUMNS]
     if broken:
@@ -57,21 +49,21 @@ def check_columns(folder):
 
 
 def main():
-    viewer, schema, case, *chunk_texts = sys.argv[1:]
-    payloads = os.path.join(case, "payloads")
-    with tempfile.TemporaryDirectory() as folder:
-        make_log(folder, schema, chunk_texts)
-        run = subprocess.run([viewer, "--reader", "summary", "--payloads", "run.log", "-o", "out.csv"],
-                             cwd=folder, env={**os.environ, "TZ": "UTC"}, check=True,
-                             stdout=subprocess.PIPE)
-        compare("the console text", masked(run.stdout), content(case, "expected.txt"))
-        compare("the listing", content(folder, "out.csv"), content(case, "expected.csv"))
+    viewer, flatc, schema, case_name, *chunk_texts = sys.argv[1:]
+    case = Path(case_name)
+    payloads = case / "payloads"
+    with temp_folder() as folder:
+        write_log(folder / "run.log", flatc, schema, map(Path, chunk_texts))
+        result = run(viewer, "--reader", "summary", "--payloads", "run.log", "-o", "out.csv",
+                     folder=folder, environment={"TZ": "UTC"})
+        compare("the console text", masked(result.stdout), content(case / "expected.txt"))
+        compare("the listing", content(folder / "out.csv"), content(case / "expected.csv"))
         check_columns(folder)
-        names = sorted(os.listdir(payloads)) if os.path.isdir(payloads) else []
-        written = sorted(set(os.listdir(folder)) - {"run.log", "out.csv"})
+        names = names_in(payloads) if payloads.is_dir() else []
+        written = [name for name in names_in(folder) if name not in ("run.log", "out.csv")]
         compare("the list of payload files", str(written).encode(), str(names).encode())
         for name in names:
-            compare(name, content(folder, name), content(payloads, name))
+            compare(name, content(folder / name), content(payloads / name))
 
 
 main()

@@ -3,19 +3,19 @@
 bytes in it, and compares everything that comes out, byte by byte.
 
 Usage: same_outputs_test.py VIEWER LOG
-       same_outputs_test.py VIEWER SCHEMA CHUNK_JSON...
+       same_outputs_test.py VIEWER FLATC SCHEMA CHUNK_JSON...
 
 With a schema, flatc makes the chunks of the log.
 """
 
-import os
 import re
 import shutil
-import subprocess
 import sys
-import tempfile
+from pathlib import Path
 
-FRAME = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support", "frame_chunks.py")
+from support.frame_chunks import write_log
+from support.programs import run, temp_folder
+
 ELAPSED = re.compile(rb" *\d+\.\dms \[")
 COMMANDS = [["run.log", "-o", "out.json"],
             ["run.log", "--reader", "summary", "--payloads", "-o", "out.csv"]]
@@ -33,29 +33,16 @@ SURROUNDINGS = [
 ]
 
 
-def make_log(folder, schema, chunk_texts):
-    chunks = []
-    for text in chunk_texts:
-        subprocess.run(["flatc", "--no-warnings", "--binary", "-o", folder, schema, text], check=True)
-        chunks.append(os.path.join(folder, os.path.basename(text).replace(".json", ".bin")))
-    log = os.path.join(folder, "made.log")
-    subprocess.run(["/usr/bin/python3", FRAME, log, *chunks], check=True)
-    return log
-
-
 def outputs(viewer, log, command, words, variables):
     """What a run prints and writes, by name."""
-    with tempfile.TemporaryDirectory() as folder:
-        shutil.copyfile(log, os.path.join(folder, "run.log"))
-        run = subprocess.run([*words, viewer, *command], cwd=folder, capture_output=True, check=False,
-                             env={**os.environ, "TZ": "UTC", **variables})
-        result = {"exit status": str(run.returncode).encode(),
-                  "standard output": ELAPSED.sub(b"<ms> [", run.stdout),
-                  "standard error": run.stderr}
-        for name in os.listdir(folder):
-            with open(os.path.join(folder, name), "rb") as file:
-                result[name] = file.read()
-        return result
+    with temp_folder() as folder:
+        shutil.copyfile(log, folder / "run.log")
+        result = run(*words, viewer, *command, folder=folder, status=None,
+                     environment={"TZ": "UTC", **variables})
+        return {"exit status": str(result.returncode).encode(),
+                "standard output": ELAPSED.sub(b"<ms> [", result.stdout),
+                "standard error": result.stderr,
+                **{path.name: path.read_bytes() for path in folder.iterdir()}}
 
 
 def compare(log, viewer):
@@ -75,9 +62,13 @@ def compare(log, viewer):
 
 
 def main():
-    viewer, source, *chunk_texts = sys.argv[1:]
-    with tempfile.TemporaryDirectory() as folder:
-        compare(make_log(folder, source, chunk_texts) if chunk_texts else source, viewer)
+    viewer, source, *rest = sys.argv[1:]
+    if not rest:
+        compare(source, viewer)
+        return
+    schema, *chunk_texts = rest
+    with temp_folder() as folder:
+        compare(write_log(folder / "made.log", source, schema, map(Path, chunk_texts)), viewer)
 
 
 main()

@@ -29,34 +29,34 @@ class BadLogTest : public HostTest {
   }
 };
 
-TEST_F(BadLogTest, NoSuchFile) {
+TEST_F(BadLogTest, AMissingFileIsNamed) {
   expectRefused("run.log", "run.log: no such file or directory; check the name");
 }
 
-TEST_F(BadLogTest, ADirectory) {
+TEST_F(BadLogTest, ADirectoryIsRefused) {
   std::filesystem::create_directory(directory() / "logs");
   expectRefused("logs", "logs: is a directory; give the name of a file");
 }
 
-TEST_F(BadLogTest, AFileInAFile) {
+TEST_F(BadLogTest, AFileInAFileIsRefused) {
   write("run.log", smallLog());
   EXPECT_THAT(run({"run.log/x"}),
               FailsWith("run.log/x: a part of its path is not a directory; check the name"));
 }
 
-TEST_F(BadLogTest, NotAProfilingLog) {
+TEST_F(BadLogTest, AnotherKindOfFileIsNoProfilingLog) {
   write("run.log", "These are not the bytes of a log.\n");
   expectRefused("run.log", std::string("run.log") + kNoLog);
 }
 
-TEST_F(BadLogTest, ALengthThatNoChunkHas) {
+TEST_F(BadLogTest, ALengthThatNoChunkHasIsDamage) {
   write("run.log", std::string("\xff\xff\xff\xff") + smallLog());
   expectRefused("run.log", std::string("run.log") + kNoLog);
 }
 
 TEST_F(BadLogTest, DamageTellsHowMuchIsWhole) {
-  const std::string first = makeChunk({"", "", ""});
-  const std::string second = makeChunk({""});
+  const std::string first = logOfExecutions(3);
+  const std::string second = logOfExecutions(1);
   std::string third = smallLog();
   third[7] = '\x7f';  // the root's offset, now beyond the chunk
   write("run.log", first + second + third);
@@ -68,7 +68,7 @@ TEST_F(BadLogTest, DamageTellsHowMuchIsWhole) {
 }
 
 TEST_F(BadLogTest, ACutChunkIsDamage) {
-  const std::string first = makeChunk({""});
+  const std::string first = logOfExecutions(1);
   write("run.log", first + smallLog().substr(0, 60));
   const std::string offset = std::to_string(first.size());
   expectRefused("run.log", "run.log: damaged after chunk 1 at byte offset " + offset +
@@ -87,9 +87,9 @@ TEST_F(BadLogTest, AFirstChunkThatIsCutIsSaid) {
 }
 
 TEST_F(BadLogTest, TheWholePartThatTheHintKeepsIsReadable) {
-  write("run.log", makeChunk({""}) + "damage, 20 bytes.");
+  write("run.log", logOfExecutions(1) + "damage, 20 bytes.");
   EXPECT_EQ(run({"run.log"}).exitStatus, 1);
-  write("whole.log", read("run.log").substr(0, makeChunk({""}).size()));
+  write("whole.log", read("run.log").substr(0, logOfExecutions(1).size()));
   EXPECT_THAT(run({"whole.log", "-o", "-"}), SucceedsQuietly());
 }
 
@@ -145,7 +145,7 @@ TEST_F(BadLogTest, KnownFormatsAreNamed) {
 
 // Behind a whole chunk the same bytes are damage like any other.
 TEST_F(BadLogTest, AFormatCountsOnlyAtTheStart) {
-  write("run.log", makeChunk({""}) + "\x1f\x8b\x08" + std::string(40, 'x'));
+  write("run.log", logOfExecutions(1) + "\x1f\x8b\x08" + std::string(40, 'x'));
   EXPECT_THAT(run({"run.log"}).errors, HasSubstr("damaged after chunk 1"));
 }
 
@@ -205,7 +205,7 @@ TEST_F(PipedLogTest, DamageHasNoPlace) {
   EXPECT_THAT(names(), ElementsAre("pipe"));
 }
 
-TEST_F(BadLogTest, NotEnoughMemoryForAChunk) {
+TEST_F(BadLogTest, TooLittleMemoryForAChunkIsSaid) {
 #ifdef __SANITIZE_ADDRESS__
   GTEST_SKIP() << "the address sanitizer needs more address space than the test allows";
 #endif

@@ -52,7 +52,7 @@ TEST_F(DefaultOutputTest, ADocumentNamesItsLogWhateverThePathNeedsToBeWritten) {
 }
 
 TEST_F(DefaultOutputTest, ADocumentThatNamesNoLogIsKept) {
-  write("a/run.log", makeChunk({""}));
+  write("a/run.log", logOfExecutions(1));
   ASSERT_EQ(run({"a/run.log"}).exitStatus, 0);
   expectKept(read("run.log.json"), {"a/run.log"});
   EXPECT_EQ(run({"a/run.log", "--force"}).exitStatus, 0);

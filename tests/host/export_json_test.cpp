@@ -1,6 +1,9 @@
 // The document that is written message by message, against the plug-in's: view writes that one.
 
+#include <algorithm>
+#include <cmath>
 #include <fstream>
+#include <limits>
 
 #include "host/host_fixture.h"
 #include "support/json_log.h"
@@ -37,67 +40,68 @@ const std::string kMessage = "{header:{sequenceNumber:7},appMetrics:{stopMem:5}}
 const std::string kHeader =
     "header:{timeScale:0.1,version:{major:3},netRunVersion:\"2\",backendVersion:\"b\\\"\\\\\"}";
 
-TEST_F(ExportJsonTest, EmptyLog) { expectSameDocument(""); }
+TEST_F(ExportJsonTest, WritesAnEmptyLog) { expectSameDocument(""); }
 
-TEST_F(ExportJsonTest, HeaderAlone) { expectSameDocument(logOf({"{" + kHeader + "}"})); }
+TEST_F(ExportJsonTest, WritesAHeaderAlone) { expectSameDocument(logOf({"{" + kHeader + "}"})); }
 
-TEST_F(ExportJsonTest, HeaderInTheFirstChunk) {
+TEST_F(ExportJsonTest, WritesAHeaderInTheFirstChunk) {
   expectSameDocument(
       logOf({"{" + kHeader + ",messages:[" + kMessage + "]}", "{messages:[" + kMessage + "]}"}));
 }
 
-TEST_F(ExportJsonTest, HeaderBehindMessages) {
+TEST_F(ExportJsonTest, WritesAHeaderBehindMessages) {
   expectSameDocument(
       logOf({"{messages:[" + kMessage + "]}", "{" + kHeader + ",messages:[" + kMessage + "]}",
              "{header:{timeScale:9},messages:[" + kMessage + "]}"}));
 }
 
-TEST_F(ExportJsonTest, HeaderBehindChunksWithoutMessages) {
+TEST_F(ExportJsonTest, WritesAHeaderBehindChunksWithoutMessages) {
   expectSameDocument(logOf({"{}", "{messages:[]}", "{" + kHeader + "}", "{}"}));
 }
 
-TEST_F(ExportJsonTest, NoHeader) {
+TEST_F(ExportJsonTest, WritesALogWithoutHeader) {
   expectSameDocument(logOf({"{messages:[" + kMessage + "," + kMessage + "]}", "{}"}));
 }
 
-TEST_F(ExportJsonTest, HeaderBehindMoreTextThanABlockHolds) {
-  const std::string messages =
-      makeChunk(std::vector<std::string>(1000, doubleEvent("0.1")));  // some 400 KB of text
+TEST_F(ExportJsonTest, WritesAHeaderBehindMoreTextThanABlockHolds) {
+  const std::string messages = logWith(
+      std::vector<Message>(1000, execute("net", {}, {doubleEvent(0.1)})));  // some 400 KB of text
   expectSameDocument(messages + logOf({"{" + kHeader + "}"}) + messages);
 }
 
-TEST_F(ExportJsonTest, TextsThatNeedEscapingAndThoseThatDoNot) {
-  const std::string text = "\\u0001\\\"/\\\\\\u007f\\u0080\\u2028 plain";
-  expectSameDocument(logOf({"{messages:[{header:{},appMetrics:{},profilingEvents:[{identifier:\"" +
-                            text + "\",valueType:6,stringValue:\"" + std::string(9000, 'x') + text +
-                            std::string(9000, 'y') + text + "\"}]}]}"}));
+TEST_F(ExportJsonTest, WritesTextsThatNeedEscapingAndThoseThatDoNot) {
+  const std::string special = "\x01\"/\\\x7f\u0080\u2028 plain";
+  const std::string longText = std::string(9000, 'x') + special + std::string(9000, 'y') + special;
+  expectSameDocument(logWith({{.events = {text(special, longText)}}}));
 }
 
-TEST_F(ExportJsonTest, NumbersOfAllKinds) {
-  std::string events;
-  for (const char* value : {"0.1", "1e-320", "1e308", "-0.0", "123456789012345680", "5e-324",
-                            "9007199254740993", "1e21", "1e22", "0.000001", "1e-7"}) {
-    events += "{valueType:5,doubleValue:" + std::string(value) +
-              "},{valueType:3,floatValue:" + (std::string(value) == "1e308" ? "3e38" : value) +
-              "},";
+TEST_F(ExportJsonTest, WritesNumbersOfAllKinds) {
+  Events events;
+  for (const double value : {0.1, 1e-320, 3e38, 1e308, -0.0, 123456789012345680.0, 5e-324,
+                             9007199254740993.0, 1e21, 1e22, 0.000001, 1e-7}) {
+    events.push_back({.value = value});
+    events.push_back({.value = static_cast<float>(std::min(value, 3e38))});
   }
-  events +=
-      "{valueType:1,int64Value:-9223372036854775808},{valueType:2,uint64Value:"
-      "18446744073709551615},{valueType:1},{valueType:4},{valueType:6},{type:401,unit:7}";
-  expectSameDocument(
-      logOf({"{messages:[{header:{},appMetrics:{},profilingEvents:[" + events + "]}]}"}));
+  events.push_back({.value = std::numeric_limits<std::int64_t>::min()});
+  events.push_back({.value = std::numeric_limits<std::uint64_t>::max()});
+  expectSameDocument(logWith({{.events = events}}));
 }
 
-TEST_F(ExportJsonTest, EventsNestedDeep) {
-  std::string events = "[]";
-  for (int level = 0; level < 62; ++level) {
-    events = "[{identifier:\"at " + std::to_string(level) + "\",subEvents:" + events + "},{}]";
+TEST_F(ExportJsonTest, WritesEventsWhoseValueIsAbsentOrWhoseCodesAreUnknown) {
+  expectSameDocument(
+      logOf({"{messages:[{header:{},appMetrics:{},profilingEvents:[{valueType:INT64},"
+             "{valueType:RAW_DATA},{valueType:STRING},{type:401,unit:7}]}]}"}));
+}
+
+TEST_F(ExportJsonTest, WritesEventsNestedDeep) {
+  Events events;
+  for (int depth = 0; depth < 62; ++depth) {
+    events = {{.identifier = "at " + std::to_string(depth), .subEvents = events}, {}};
   }
-  expectSameDocument(
-      logOf({"{messages:[{header:{},appMetrics:{},profilingEvents:" + events + "}]}"}));
+  expectSameDocument(logWith({{.events = events}}));
 }
 
-TEST_F(ExportJsonTest, LogFromAPipe) {
+TEST_F(ExportJsonTest, ReadsALogFromAPipe) {
   write("run.log", smallLog());
   ASSERT_THAT(run({"view", "run.log", "-o", "view.json"}), SucceedsQuietly());
   const ProgramResult result = runInShell("cat run.log | \"$0\" export json -", {});
@@ -138,8 +142,9 @@ TEST_F(ExportJsonTest, DamagedLogEndsTheTextOfAPipe) {
 }
 
 TEST_F(ExportJsonTest, ValueThatIsNoNumberIsRefused) {
-  for (const char* value : {"nan", "inf", "-inf"}) {
-    write("run.log", makeChunk({doubleEvent(value)}));
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  for (const double value : {std::nan(""), kInfinity, -kInfinity}) {
+    write("run.log", logWith({execute("net", {}, {doubleEvent(value)})}));
     EXPECT_THAT(run({"export", "json", "run.log", "-o", "out.json"}),
                 FailsWith(std::string("out.json") + kHoldsNoNumber));
     EXPECT_THAT(run({"view", "run.log", "-o", "out.json"}),

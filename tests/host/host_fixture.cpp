@@ -1,8 +1,5 @@
 #include "host/host_fixture.h"
 
-#include <algorithm>
-
-#include "support/json_log.h"
 #include "support/text_file.h"
 
 namespace vyn::test {
@@ -20,13 +17,10 @@ void HostTest::write(const std::string& name, const std::string& content) const 
 std::string HostTest::read(const std::string& name) const { return readFile(m_directory / name); }
 
 std::vector<std::string> HostTest::names() const {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(m_directory)) {
-    if (entry.path() != scratch() || !fs::is_empty(scratch())) {
-      names.push_back(entry.path().filename());
-    }
+  std::vector<std::string> names = m_folder.files();
+  if (fs::is_empty(scratch())) {
+    std::erase(names, scratch().filename());
   }
-  std::sort(names.begin(), names.end());
   return names;
 }
 
@@ -50,41 +44,33 @@ ProgramResult HostTest::runInShell(const std::string& script,
 
 namespace {
 
-constexpr char kRun[] =
-    R"(profilingEvents: [{identifier: "run", type: EXECUTE, unit: MICROSEC,
-                          valueType: UINT64, uint64Value: 3}])";
-
-std::string messagesText(const std::vector<std::string>& fields, const std::string& method) {
-  std::string text = "messages: [";
-  for (std::size_t i = 0; i < fields.size(); ++i) {
-    const std::string number = std::to_string(i + 1);
-    text += (i == 0 ? "{header: {timestamp: " : ", {header: {timestamp: ") + number +
-            "0, sequenceNumber: " + number + "}, method: " + method +
-            R"(, appMetrics: {startTime: 100, stopTime: 107}, graphName: "net")" +
-            (fields[i].empty() ? "" : ", ") + fields[i] + "}";
-  }
-  return text + "]";
+Message smallExecution() {
+  return {.method = MethodType::BACKEND_EXECUTE,
+          .timestamp = 10,
+          .sequenceNumber = 1,
+          .startTime = 100,
+          .stopTime = 107,
+          .graph = "net",
+          .events = {ofType(EventType::EXECUTE, microseconds("run", 3))}};
 }
 
 }  // namespace
 
-std::string makeChunk(const std::vector<std::string>& fields, const std::string& method) {
-  return logOf({"{" + messagesText(fields, method) + "}"});
+std::string logOfExecutions(std::size_t count) {
+  return logWith(std::vector<Message>(count, execute("net", {.duration = 7})));
 }
 
-std::string doubleEvent(const std::string& value) {
-  return R"(profilingEvents: [{identifier: "run", valueType: DOUBLE, doubleValue: )" + value + "}]";
-}
+Event doubleEvent(double value) { return {.identifier = "run", .value = value}; }
 
 std::string smallLog() {
-  return logOf({R"({header: {timeScale: 1, netRunVersion: "net-run 7",
-                    version: {major: 1, minor: 2, teeny: 3}}, )" +
-                messagesText({kRun}, "BACKEND_EXECUTE") + "}"});
+  return logOf({chunkOf({smallExecution()},
+                        "{timeScale:1,netRunVersion:\"net-run 7\","
+                        "version:{major:1,minor:2,teeny:3}}")});
 }
 
 std::string logWithDocumentOver(std::size_t size) {
   constexpr std::size_t kMinMessageText = 100;  // bytes
-  return makeChunk(std::vector<std::string>(size / kMinMessageText + 1, kRun));
+  return logWith(std::vector<Message>(size / kMinMessageText + 1, smallExecution()));
 }
 
 std::string ownLine(const std::string& text) { return "vyn-profile-viewer: " + text + "\n"; }

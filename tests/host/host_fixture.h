@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "support/log_message.h"
 #include "support/run_program.h"
 #include "support/temp_folder.h"
 
@@ -36,14 +37,11 @@ class HostTest : public testing::Test {
   std::filesystem::path m_directory;  // without symbolic links
 };
 
-/// A chunk with its length in front, without a header, of one message for each text of `fields`:
-/// the JSON form of what the message has besides its numbering (the n-th has time stamp 10 n) and
-/// its run from 100 to 107 microseconds in the graph "net".
-std::string makeChunk(const std::vector<std::string>& fields,
-                      const std::string& method = "BACKEND_EXECUTE");
+/// A log without a header, of one chunk with as many executions of the graph "net".
+std::string logOfExecutions(std::size_t count);
 
-/// The fields of a message whose only event is named "run" and has this double value.
-std::string doubleEvent(const std::string& value);
+/// An event named "run" with this double value.
+Event doubleEvent(double value);
 
 /// A log of one chunk with a header and one execution, whose only event took three microseconds.
 std::string smallLog();

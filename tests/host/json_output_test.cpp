@@ -1,3 +1,6 @@
+#include <cmath>
+#include <limits>
+
 #include "base/version/profile_viewer_version.h"
 #include "host/host_fixture.h"
 #include "support/json_log.h"
@@ -5,6 +8,7 @@
 namespace vyn::test {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -78,10 +82,12 @@ TEST_F(JsonOutputTest, AnEmptyLogGivesADocumentWithoutMessages) {
   EXPECT_EQ(read("out.json"), "{\n    \"messages\": []\n}\n");
 }
 
-TEST_F(JsonOutputTest, TakesMessagesOfEveryLevel) {
-  write("run.log", makeChunk({"visibilityLevel: 127", "visibilityLevel: -128"}));
+TEST_F(JsonOutputTest, TakesMessagesOfEveryVisibilityLevel) {
+  write("run.log", logWith({{.sequenceNumber = 1, .visibilityLevel = 127},
+                            {.sequenceNumber = 2, .visibilityLevel = -128}}));
   EXPECT_THAT(run({"run.log", "-o", "out.json"}), SucceedsQuietly());
-  EXPECT_THAT(read("out.json"), HasSubstr("\"sequenceNumber\": 2"));
+  EXPECT_THAT(read("out.json"),
+              AllOf(HasSubstr("\"sequenceNumber\": 1"), HasSubstr("\"sequenceNumber\": 2")));
 }
 
 constexpr char kNotANumber[] =
@@ -89,8 +95,9 @@ constexpr char kNotANumber[] =
     "cannot hold; read the log with --reader summary";
 
 TEST_F(JsonOutputTest, AValueThatIsNotANumberFailsAndKeepsTheOldFile) {
-  for (const char* value : {"nan", "inf", "-inf"}) {
-    write("run.log", makeChunk({doubleEvent(value)}));
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  for (const double value : {std::nan(""), kInfinity, -kInfinity}) {
+    write("run.log", logWith({execute("net", {}, {doubleEvent(value)})}));
     write("out.json", "old");
     EXPECT_THAT(run({"run.log", "-o", "out.json"}),
                 FailsWith(std::string("out.json") + kNotANumber));
@@ -106,7 +113,7 @@ TEST_F(JsonOutputTest, ATimeScaleThatIsNotANumberFails) {
 }
 
 TEST_F(JsonOutputTest, HalfADocumentNeverReachesStandardOutput) {
-  write("run.log", makeChunk({doubleEvent("nan")}));
+  write("run.log", logWith({execute("net", {}, {doubleEvent(std::nan(""))})}));
   const ProgramResult result = run({"run.log", "-o", "-"});
   EXPECT_THAT(result, FailsWith(std::string("standard output") + kNotANumber));
   EXPECT_EQ(result.output, "");

@@ -5,10 +5,10 @@ six bytes for each, counted in 32 bits, would write past its buffer.
 Usage: long_text_test.py VIEWER FLATC SCHEMA
 """
 
-import os
-import subprocess
 import sys
-import tempfile
+
+from support.frame_chunks import chunk_bytes
+from support.programs import run, temp_folder
 
 LENGTH = 715_827_883  # bytes
 BLOCK = b"x" * (1 << 20)
@@ -27,16 +27,14 @@ def fill(file, count):
 def write_log(folder, flatc, schema):
     """A quotation mark, many x and a line feed as the identifier. flatc puts what it meets first at
     the buffer's end, where it can grow without moving anything else."""
-    with open(os.path.join(folder, "chunk.json"), "w", encoding="ascii") as file:
-        file.write(CHUNK)
-    subprocess.run([flatc, "--binary", schema, "chunk.json"], cwd=folder, check=True)
-    with open(os.path.join(folder, "chunk.bin"), "rb") as file:
-        chunk = file.read()
+    text = folder / "chunk.json"
+    text.write_text(CHUNK, encoding="ascii")
+    chunk = chunk_bytes(flatc, schema, text, folder)
     start = chunk.index(len(MARK).to_bytes(4, "little") + MARK.encode() + b"\0")
     assert chunk[start + 4 + len(MARK) :].strip(b"\0") == b"", "the text is not the buffer's end"
     padding = -(LENGTH + 1) % 4
     size = start + 4 + LENGTH + 1 + padding
-    with open(os.path.join(folder, "run.log"), "wb") as log:
+    with open(folder / "run.log", "wb") as log:
         log.write(size.to_bytes(4, "little") + chunk[:start] + LENGTH.to_bytes(4, "little") + b'"')
         fill(log, LENGTH - 2)
         log.write(b"\n\0" + bytes(padding))
@@ -60,10 +58,10 @@ def check_document(path):
 
 def main():
     viewer, flatc, schema = sys.argv[1:]
-    with tempfile.TemporaryDirectory() as folder:
+    with temp_folder() as folder:
         write_log(folder, flatc, schema)
-        subprocess.run([viewer, "run.log", "-o", "run.json"], cwd=folder, check=True)
-        check_document(os.path.join(folder, "run.json"))
+        run(viewer, "run.log", "-o", "run.json", folder=folder)
+        check_document(folder / "run.json")
 
 
 if __name__ == "__main__":

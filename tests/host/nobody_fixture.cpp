@@ -16,7 +16,7 @@ constexpr uid_t kNobody = 65534;
 ProgramResult NobodyTest::runAsNobody(std::vector<std::string> arguments) const {
   const fs::path bin = directory() / "bin";
   fs::create_directory(bin);
-  for (const char* file : {VYN_PROFILE_VIEWER, VYN_JSON_PLUGIN, VYN_BASE_PLUGIN}) {
+  for (const char* file : {VYN_PROFILE_VIEWER, VYN_JSON_PLUGIN, VYN_SUMMARY_PLUGIN}) {
     fs::copy(file, bin);
   }
   ProgramCall restricted = call(std::move(arguments));

@@ -4,10 +4,11 @@
 #include <sys/stat.h>
 
 #include "host/nobody_fixture.h"
-#include "support/json_log.h"
 
 namespace vyn::test {
 namespace {
+
+using namespace std::string_literals;  // NOLINT(google-build-using-namespace)
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
@@ -15,14 +16,14 @@ using testing::HasSubstr;
 
 constexpr char kOrAnywhere[] = "; add --payloads-anywhere if you trust the log";
 
-std::string payloadEvent(const std::string& name, const std::string& more = "") {
-  return R"({identifier: "blob", unit: OBJECT, valueType: RAW_DATA, rawData: [98, 121],
-             secondaryName: ")" +
-         name + "\"" + more + "}";
+Event payloadEvent(const std::string& fileName) {
+  Event event = object(fileName, "by");
+  event.identifier = "blob";
+  return event;
 }
 
-std::string logWithPayload(const std::string& name) {
-  return makeChunk({"profilingEvents: [" + payloadEvent(name) + "]"}, "BACKEND_FINALIZE");
+std::string logWithPayload(const std::string& fileName) {
+  return logWith({finalize("net", {}, {payloadEvent(fileName)})});
 }
 
 std::string refusal(const std::string& name, const std::string& reason) {
@@ -111,24 +112,25 @@ TEST_F(PayloadNamesTest, LinksOfOtherNamesDoNotMatter) {
 
 TEST_F(PayloadNamesTest, EndAtTheirFirstZeroByte) {
   fs::create_directory(directory() / "sub");
-  write("sub/run.log", logWithPayload("../x.bin\\u0000y"));
+  write("sub/run.log", logWithPayload("../x.bin\0y"s));
   EXPECT_EQ(runIn("sub", {}).exitStatus, 1);
-  write("run.log", logWithPayload("\\u0000../x.bin"));
+  write("run.log", logWithPayload("\0../x.bin"s));
   EXPECT_THAT(runIn(".", {}), SucceedsQuietly());
 }
 
 TEST_F(PayloadNamesTest, AreLookedAtInSubEventsAndInEveryChunk) {
-  const std::string inside = "profilingEvents: [{subEvents: [" + payloadEvent("../x") + "]}]";
+  const Message inside = execute("net", {}, {{.subEvents = {payloadEvent("../x")}}});
   const std::string line =
       refusal("../x", std::string("would leave the current directory") + kOrAnywhere);
-  write("run.log", makeChunk({inside}));
+  write("run.log", logWith({inside}));
   EXPECT_THAT(runIn(".", {}), FailsWith(line));
-  write("run.log", smallLog() + makeChunk({"", inside}));
+  write("run.log", smallLog() + logWith({execute("net"), inside}));
   EXPECT_THAT(runIn(".", {}), FailsWith(line));
 }
 
 TEST_F(PayloadNamesTest, OfOtherEventsAreNoFiles) {
-  write("run.log", makeChunk({R"(profilingEvents: [{unit: COUNT, secondaryName: "/x/y"}])"}));
+  write("run.log",
+        logWith({execute("net", {}, {{.unit = EventUnit::COUNT, .secondaryName = "/x/y"}})}));
   EXPECT_THAT(runIn(".", {}), SucceedsQuietly());
 }
 
@@ -225,11 +227,7 @@ TEST_F(PayloadNamesTest, CountTogetherWithTheirPayloadsForTheLimit) {
 
 // However small a payload is, its file takes room; a small log may name very many.
 TEST_F(PayloadNamesTest, CountAtLeastABlockForEachFile) {
-  std::string events;
-  for (int i = 0; i < 10; ++i) {
-    events += (i == 0 ? "" : ",") + payloadEvent("x.bin");
-  }
-  write("run.log", makeChunk({"profilingEvents: [" + events + "]"}, "BACKEND_FINALIZE"));
+  write("run.log", logWith({finalize("net", {}, Events(10, payloadEvent("x.bin")))}));
   EXPECT_THAT(runIn(".", {"--max-output", "40959"}).errors,
               HasSubstr("the payloads of run.log: the output is larger than 40959 bytes"));
   EXPECT_THAT(names(), ElementsAre("run.log"));

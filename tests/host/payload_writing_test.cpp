@@ -12,14 +12,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t kDiskSize = std::size_t{64} * 1024;  // bytes
 
 std::string logWithPayloadOf(std::size_t size) {
-  std::string bytes = "1";
-  for (std::size_t i = 1; i < size; ++i) {
-    bytes += ",1";
-  }
-  return makeChunk({R"(profilingEvents: [{identifier: "blob", unit: OBJECT, valueType: RAW_DATA,
-                       secondaryName: "x.bin", rawData: [)" +
-                    bytes + "]}]"},
-                   "BACKEND_FINALIZE");
+  return logWith({finalize("net", {}, {object("x.bin", std::string(size, '\x01'))})});
 }
 
 class PayloadWritingTest : public HostTest {};
@@ -106,10 +99,7 @@ TEST_F(FullDiskPayloadTest, AMissingPayloadIsNoticed) {
 
 // One of the name is there, so that counting names misses nothing.
 TEST_F(FullDiskPayloadTest, APayloadMissingAmongOthersOfItsNameIsNoticed) {
-  const std::string event = R"({identifier: "blob", unit: OBJECT, valueType: RAW_DATA,
-                                secondaryName: "x.bin", rawData: [1]})";
-  write("run.log",
-        makeChunk({"profilingEvents: [" + event + "," + event + "]"}, "BACKEND_FINALIZE"));
+  write("run.log", logWith({finalize("net", {}, Events(2, object("x.bin", "\x01")))}));
   for (const std::string name : {"disk/1", "disk/2"}) {
     write(name, "");
   }

@@ -160,9 +160,8 @@ TEST_F(SummaryMemoryTest, SharedPayloadBytesAreNotCopiedToBeListed) {
 
 // What a text's value word holds is an address, which differs from run to run.
 TEST_F(SharedBytesTest, TwoRunsGiveTheSameBytes) {
-  const std::string text = R"({identifier: "t", valueType: STRING, stringValue: "some text"})";
-  write("run.log",
-        makeChunk({"profilingEvents: [" + text + "]", "profilingEvents: [" + text + "]"}));
+  const Message execution = execute("net", {}, {text("t", "some text")});
+  write("run.log", logWith({execution, execution}));
   const ProgramResult first = run({"run.log", "-r", "summary", "-o", "first.csv"});
   const ProgramResult second = run({"run.log", "-r", "summary", "-o", "second.csv"});
   EXPECT_THAT(first.output, HasSubstr("    Backend (t): 0 us\n"));

@@ -1,16 +1,11 @@
-#!/usr/bin/python3
 """Checks a JSON document against the log maker's record of what it wrote.
-
-    check_record.py DOCUMENT RECORD
 
 Compares every member, number and text, order included, and stops at the first difference.
 Both files are read a message at a time, so that a document of any size can be checked.
 """
 
-import argparse
 import itertools
 import json
-import sys
 
 # Members that the reader adds to what the log says.
 READER_METADATA = ("inputLogFileLocation", "vynProfileViewerVersion")
@@ -116,21 +111,3 @@ def check(document, record):
         compare(f"messages[{count}]", found, parse(line))
         count += 1
     return count
-
-
-def main():
-    parser = argparse.ArgumentParser(description="Checks a document against a log maker's record.")
-    parser.add_argument("document")
-    parser.add_argument("record")
-    arguments = parser.parse_args()
-    with open(arguments.document, encoding="utf-8") as document:
-        with open(arguments.record, encoding="utf-8") as record:
-            try:
-                count = check(document, record)
-            except Difference as difference:
-                sys.exit(f"{arguments.document}: {difference}")
-    print(f"{count} messages as recorded")
-
-
-if __name__ == "__main__":
-    main()

@@ -40,10 +40,10 @@ TEST(Framing, LargeChunkSizeGivesOneChunk) {
 }
 
 TEST(Framing, ChunkSizeChangesNoMessage) {
-  const TestDirectory directory;
-  ASSERT_EQ(runMaker(directory, "-o a --record a.jsonl --chunk-size 1").status, 0);
-  ASSERT_EQ(runMaker(directory, "-o b --record b.jsonl --chunk-size 1MB").status, 0);
-  EXPECT_EQ(fileContents(directory.path("a.jsonl")), fileContents(directory.path("b.jsonl")));
+  const TempFolder folder;
+  ASSERT_EQ(runMaker(folder, "-o a --record a.jsonl --chunk-size 1").exitStatus, 0);
+  ASSERT_EQ(runMaker(folder, "-o b --record b.jsonl --chunk-size 1MB").exitStatus, 0);
+  EXPECT_EQ(readFile(folder.path("a.jsonl")), readFile(folder.path("b.jsonl")));
 }
 
 }  // namespace

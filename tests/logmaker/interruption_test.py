@@ -4,9 +4,10 @@ import os
 import signal
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
+
+from support.programs import temp_folder
 
 MAKE_LOG = os.path.abspath(sys.argv.pop(1))
 SIGNALS = [signal.SIGINT, signal.SIGTERM, signal.SIGHUP, signal.SIGQUIT, signal.SIGUSR1,
@@ -36,7 +37,7 @@ class InterruptionTest(unittest.TestCase):
 
     def test_no_partial_file_is_left(self):
         for number in SIGNALS:
-            with self.subTest(signal=number), tempfile.TemporaryDirectory() as folder:
+            with self.subTest(signal=number), temp_folder() as folder:
                 process = self.start(folder)
                 process.send_signal(number)
                 self.assertEqual(process.wait(20), -number)
@@ -48,7 +49,7 @@ class InterruptionTest(unittest.TestCase):
         def ignore():
             default_signals()
             signal.signal(signal.SIGHUP, signal.SIG_IGN)
-        with tempfile.TemporaryDirectory() as folder:
+        with temp_folder() as folder:
             process = self.start(folder, ignore)
             process.send_signal(signal.SIGHUP)
             process.send_signal(signal.SIGTERM)

@@ -1,59 +1,19 @@
 #include "made_log.h"
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <iterator>
 #include <stdexcept>
 
 namespace vyn::logmaker::test {
-namespace fs = std::filesystem;
 
-TestDirectory::TestDirectory() {
-  std::string name = (fs::temp_directory_path() / "log_maker_XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) {
-    throw std::runtime_error("no directory for the test");
-  }
-  m_path = name;
-}
-
-TestDirectory::~TestDirectory() { fs::remove_all(m_path); }
-
-std::vector<std::string> TestDirectory::files() const {
-  std::vector<std::string> names;
-  for (const fs::directory_entry& entry : fs::directory_iterator(m_path)) {
-    names.push_back(entry.path().filename().string());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
-RunResult runMaker(const TestDirectory& directory, const std::string& arguments,
-                   const std::string& before) {
-  // What the program says is kept elsewhere, so that the directory shows only its own files.
-  const TestDirectory said;
-  const std::string command = "cd '" + directory.path("") + "' && " + before +
-                              " '" VYN_MAKE_LOG "' " + arguments + " >'" + said.path("output") +
-                              "' 2>'" + said.path("errors") + "'";
-  const int status = std::system(command.c_str());
-  return {WEXITSTATUS(status), fileContents(said.path("output")),
-          fileContents(said.path("errors"))};
-}
-
-void expectOneLine(const std::string& errors) {
-  EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
-  EXPECT_EQ(errors.find('\n'), errors.size() - 1) << errors;
-  EXPECT_EQ(errors.rfind("vyn-make-log: ", 0), 0U) << errors;
-}
-
-std::string fileContents(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  EXPECT_TRUE(file.is_open()) << path;
-  return {std::istreambuf_iterator<char>(file), {}};
+ProgramResult runMaker(const TempFolder& folder, const std::string& arguments,
+                       const std::string& before) {
+  return vyn::test::runProgram(
+      {.words = {"/bin/sh", "-c", before + " '" VYN_MAKE_LOG "' " + arguments},
+       .directory = folder.path("")});
 }
 
 MadeLog::MadeLog(const std::string& bytes) {
@@ -80,10 +40,10 @@ MadeLog::MadeLog(const std::string& bytes) {
 }
 
 MadeLog MadeLog::withOptions(const std::string& options) {
-  const TestDirectory directory;
-  const RunResult result = runMaker(directory, "-o log " + options);
-  EXPECT_EQ(result.status, 0) << result.errors;
-  return MadeLog(fileContents(directory.path("log")));
+  const TempFolder folder;
+  const ProgramResult result = runMaker(folder, "-o log " + options);
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  return MadeLog(readFile(folder.path("log")));
 }
 
 const schema::ProfileLog& MadeLog::chunk(std::size_t index) const {

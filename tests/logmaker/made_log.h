@@ -1,47 +1,31 @@
 #pragma once
 
+#include <gmock/gmock.h>
 #include <profile_log_generated.h>
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
+
+#include "support/run_program.h"
+#include "support/temp_folder.h"
+#include "support/text_file.h"
 
 namespace vyn::logmaker::test {
 
 namespace schema = profiling::schema;
 
-/// A directory of its own for each test, gone with the object.
-class TestDirectory {
- public:
-  TestDirectory();
-  ~TestDirectory();
-  TestDirectory(const TestDirectory&) = delete;
-  TestDirectory& operator=(const TestDirectory&) = delete;
+using vyn::test::ProgramResult;
+using vyn::test::readFile;
+using vyn::test::TempFolder;
 
-  std::string path(const std::string& name) const { return (m_path / name).string(); }
-  /// Names of the files in it, sorted.
-  std::vector<std::string> files() const;
+/// Runs the log maker through the shell in the folder; `before` precedes its name.
+ProgramResult runMaker(const TempFolder& folder, const std::string& arguments,
+                       const std::string& before = "");
 
- private:
-  std::filesystem::path m_path;
-};
-
-struct RunResult {
-  int status;
-  std::string output;
-  std::string errors;
-};
-
-/// Runs the log maker through the shell in the directory; `before` precedes its name.
-RunResult runMaker(const TestDirectory& directory, const std::string& arguments,
-                   const std::string& before = "");
-
-/// Expects a single line that begins with the program's name.
-void expectOneLine(const std::string& errors);
-
-std::string fileContents(const std::string& path);
+/// Matches a single line that begins with the program's name.
+inline auto isOneOwnLine() { return testing::MatchesRegex("vyn-make-log: [^\n]*\n"); }
 
 /// A log cut into its chunks, each verified.
 class MadeLog {

@@ -12,15 +12,15 @@ using schema::EventUnit;
 using schema::MethodType;
 
 std::string recordOf(const std::vector<Message>& messages, const LogHeader& header = {}) {
-  const TestDirectory directory;
-  OutputFile file(directory.path("record"));
+  const TempFolder folder;
+  OutputFile file(folder.path("record"));
   RecordWriter record(file, header);
   for (const Message& message : messages) {
     record.write(message);
   }
   file.close();
   file.publish();
-  const std::string text = fileContents(directory.path("record"));
+  const std::string text = readFile(folder.path("record"));
   return messages.empty() ? text : text.substr(text.find('\n') + 1);
 }
 

@@ -22,10 +22,10 @@ struct Size {
 class LogSize : public testing::TestWithParam<Size> {};
 
 TEST_P(LogSize, IsReachedWithinATenth) {
-  const TestDirectory directory;
-  const RunResult result = runMaker(directory, "-o log " + GetParam().option);
-  ASSERT_EQ(result.status, 0) << result.errors;
-  const auto size = static_cast<double>(std::filesystem::file_size(directory.path("log")));
+  const TempFolder folder;
+  const ProgramResult result = runMaker(folder, "-o log " + GetParam().option);
+  ASSERT_EQ(result.exitStatus, 0) << result.errors;
+  const auto size = static_cast<double>(std::filesystem::file_size(folder.path("log")));
   EXPECT_NEAR(size, GetParam().bytes, GetParam().bytes / 10);
 }
 

@@ -1,21 +1,23 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "made_log.h"
 
 namespace vyn::logmaker::test {
 namespace {
 
-using Files = std::vector<std::string>;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
 
 class WrongUsage : public testing::TestWithParam<const char*> {};
 
 TEST_P(WrongUsage, ExitsWithTwoAndLeavesNoFile) {
-  const TestDirectory directory;
-  const RunResult result = runMaker(directory, GetParam());
-  EXPECT_EQ(result.status, 2);
+  const TempFolder folder;
+  const ProgramResult result = runMaker(folder, GetParam());
+  EXPECT_EQ(result.exitStatus, 2);
   EXPECT_EQ(result.output, "");
-  expectOneLine(result.errors);
-  EXPECT_EQ(directory.files(), Files{});
+  EXPECT_THAT(result.errors, isOneOwnLine());
+  EXPECT_THAT(folder.files(), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -36,20 +38,19 @@ INSTANTIATE_TEST_SUITE_P(
                     "-o log --async=3", "-o log --components=false", "--version=3"));
 
 TEST(Usage, ANumberOutOfRangeIsNamedWithItsRange) {
-  const TestDirectory directory;
-  EXPECT_EQ(runMaker(directory, "-o log --seed 18446744073709551616").errors,
+  const TempFolder folder;
+  EXPECT_EQ(runMaker(folder, "-o log --seed 18446744073709551616").errors,
             "vyn-make-log: --seed: 18446744073709551616 is out of range, which is 0 to "
             "18446744073709551615; see vyn-make-log --help\n");
-  EXPECT_EQ(runMaker(directory, "-o log --chunk-size 2GB").errors,
+  EXPECT_EQ(runMaker(folder, "-o log --chunk-size 2GB").errors,
             "vyn-make-log: --chunk-size: 2GB is out of range, which is 1 to 1000000000 bytes; see "
             "vyn-make-log --help\n");
 }
 
 TEST(Usage, TheHelpNamesEveryUnit) {
-  const TestDirectory directory;
-  EXPECT_NE(
-      runMaker(directory, "--help").output.find(" units B, KB, MB, GB, TB, KiB, MiB, GiB, TiB."),
-      std::string::npos);
+  const TempFolder folder;
+  EXPECT_THAT(runMaker(folder, "--help").output,
+              HasSubstr(" units B, KB, MB, GB, TB, KiB, MiB, GiB, TiB."));
 }
 
 struct Explained {
@@ -65,8 +66,8 @@ struct Explained {
 class ExplainedUsage : public testing::TestWithParam<Explained> {};
 
 TEST_P(ExplainedUsage, SaysWhatIsWrong) {
-  const TestDirectory directory;
-  EXPECT_EQ(runMaker(directory, GetParam().arguments).errors,
+  const TempFolder folder;
+  EXPECT_EQ(runMaker(folder, GetParam().arguments).errors,
             std::string("vyn-make-log: ") + GetParam().explanation + "; see vyn-make-log --help\n");
 }
 
@@ -88,21 +89,21 @@ INSTANTIATE_TEST_SUITE_P(
         Explained{"-o log --record ./log", "--record: names the same file as --output"}));
 
 TEST(Usage, WhatATerminalObeysIsEscaped) {
-  const TestDirectory directory;
-  EXPECT_EQ(runMaker(directory, "-o log --graphs \"$(printf '\\033[31m')\"").errors,
+  const TempFolder folder;
+  EXPECT_EQ(runMaker(folder, "-o log --graphs \"$(printf '\\033[31m')\"").errors,
             "vyn-make-log: --graphs: '\\x1b[31m' is not a whole number; see vyn-make-log --help\n");
-  EXPECT_EQ(runMaker(directory, "-o \"$(printf 'e\\nf/log')\"").errors,
+  EXPECT_EQ(runMaker(folder, "-o \"$(printf 'e\\nf/log')\"").errors,
             "vyn-make-log: e\\x0af/log: no such file or directory; check the name\n");
 }
 
 TEST(Usage, HelpAndVersionSucceed) {
-  const TestDirectory directory;
-  const RunResult help = runMaker(directory, "--help");
-  EXPECT_EQ(help.status, 0);
-  EXPECT_NE(help.output.find("vyn-make-log -o big.log --size 100MB"), std::string::npos);
-  const RunResult version = runMaker(directory, "--version");
-  EXPECT_EQ(version.status, 0);
-  EXPECT_EQ(version.output.rfind("vyn-make-log v", 0), 0U) << version.output;
+  const TempFolder folder;
+  const ProgramResult help = runMaker(folder, "--help");
+  EXPECT_EQ(help.exitStatus, 0);
+  EXPECT_THAT(help.output, HasSubstr("vyn-make-log -o big.log --size 100MB"));
+  const ProgramResult version = runMaker(folder, "--version");
+  EXPECT_EQ(version.exitStatus, 0);
+  EXPECT_THAT(version.output, StartsWith("vyn-make-log v"));
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <new>
 
-#include "support/json_log.h"
 #include "support/loaded_plugin.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -61,9 +61,8 @@ class ChunkMemory : public testing::TestWithParam<const char*> {};
 TEST_P(ChunkMemory, HoldsOneChunkAtATime) {
   const TempFolder folder;
   // Bytes behind what the chunk says belong to it but to none of its tables.
-  std::string chunk = chunkBytes(
-      "{header:{netRunVersion:\"2\"},messages:[{header:{},appMetrics:{stopTime:1},method:6},"
-      "{header:{},appMetrics:{stopTime:2},method:6}]}");
+  std::string chunk = chunkBytes(chunkOf(
+      {createContext({.duration = 1}), createContext({.duration = 2})}, "{netRunVersion:\"2\"}"));
   chunk.resize(kChunkSize, '\0');
   std::string bytes;
   for (int i = 0; i < 6; ++i) {
@@ -79,8 +78,8 @@ TEST_P(ChunkMemory, HoldsOneChunkAtATime) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BothReaders, ChunkMemory,
-                         testing::Values(VYN_JSON_PLUGIN, VYN_BASE_PLUGIN),
-                         [](const auto& test) { return test.index == 0 ? "Json" : "Base"; });
+                         testing::Values(VYN_JSON_PLUGIN, VYN_SUMMARY_PLUGIN),
+                         [](const auto& test) { return test.index == 0 ? "Json" : "Summary"; });
 
 }  // namespace
 }  // namespace vyn::test

@@ -53,7 +53,7 @@ class FlagVerification : public testing::TestWithParam<const char*> {
 
 TEST_P(FlagVerification, MetricsFlagLiesInsideTheChunk) {
   expectToEndInsideTheChunk(
-      "{messages:[{header:{},appMetrics:{metricsFlag:1},method:6}]}", 4,
+      "{messages:[{header:{},appMetrics:{metricsFlag:1},method:APP_CONTEXT_CREATE}]}", 4,
       [](const schema::ProfileLog& log) { return log.messages()->Get(0)->appMetrics(); });
 }
 
@@ -63,8 +63,8 @@ TEST_P(FlagVerification, VersionFlagLiesInsideTheChunk) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BothReaders, FlagVerification,
-                         testing::Values(VYN_JSON_PLUGIN, VYN_BASE_PLUGIN),
-                         [](const auto& test) { return test.index == 0 ? "Json" : "Base"; });
+                         testing::Values(VYN_JSON_PLUGIN, VYN_SUMMARY_PLUGIN),
+                         [](const auto& test) { return test.index == 0 ? "Json" : "Summary"; });
 
 }  // namespace
 }  // namespace vyn::test

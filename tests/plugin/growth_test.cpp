@@ -74,9 +74,9 @@ void expectLinear(std::string (*logOfScale)(std::size_t)) {
   EXPECT_LT(readSeconds(logOfScale(4)), 8 * readSeconds(logOfScale(1)) + 0.05);
 }
 
-TEST(JsonGrowth, LongTextsBeforeEmptyChunks) { expectLinear(longTextsBeforeEmptyChunks); }
+TEST(JsonGrowth, IsLinearInLongTextsBeforeEmptyChunks) { expectLinear(longTextsBeforeEmptyChunks); }
 
-TEST(JsonGrowth, LongTextOfAllEvents) { expectLinear(longTextOfAllEvents); }
+TEST(JsonGrowth, IsLinearInALongTextOfAllEvents) { expectLinear(longTextOfAllEvents); }
 
 }  // namespace
 }  // namespace vyn::test

@@ -12,7 +12,7 @@ namespace vyn::test {
 namespace {
 
 constexpr std::size_t kBlockSize = std::size_t{256} * 1024;  // bytes that are written at once
-constexpr std::size_t kIndent = 4;                           // blanks a level
+constexpr std::size_t kIndent = 4;                           // blanks a step
 constexpr int kDepth = 20;
 constexpr std::size_t kDeepestIndent = kIndent * (2 * kDepth + 4);
 
@@ -23,7 +23,7 @@ std::string logShiftedBy(std::size_t shift) {
   for (int i = 0; i < 400; ++i) {
     events += ",{}";
   }
-  for (int level = 1; level < kDepth; ++level) {
+  for (int depth = 1; depth < kDepth; ++depth) {
     events = "{subEvents:[" + events + "]}";
   }
   return logOf({"{messages:[{header:{},appMetrics:{},profilingEvents:[{identifier:\"" +

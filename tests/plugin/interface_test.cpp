@@ -1,35 +1,30 @@
 // What a host relies on: the exports, the slots of the virtual table, and a clean unload.
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <cstdio>
 #include <memory>
 #include <sstream>
 
 #include "support/json_log.h"
 #include "support/loaded_plugin.h"
+#include "support/log_event.h"
+#include "support/run_program.h"
 #include "support/temp_folder.h"
 #include "support/text_file.h"
 
 namespace vyn::test {
 namespace {
 
-std::string outputOf(const std::string& command) {
-  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-  std::string text;
-  for (int character = fgetc(pipe.get()); character != EOF; character = fgetc(pipe.get())) {
-    text.push_back(static_cast<char>(character));
-  }
-  return text;
-}
+using testing::HasSubstr;
+using testing::Not;
 
 class Plugin : public testing::TestWithParam<const char*> {};
 
 TEST_P(Plugin, ExportsTwoNamesAndNothingElse) {
-  EXPECT_EQ(outputOf("nm --dynamic --defined-only --format=just-symbols '" +
-                     std::string(GetParam()) + "'"),
-            "createReader\ndeleteReader\n");
+  const ProgramResult symbols = runProgram(
+      {.words = {"nm", "--dynamic", "--defined-only", "--format=just-symbols", GetParam()}});
+  EXPECT_EQ(symbols.output, "createReader\ndeleteReader\n");
 }
 
 TEST_P(Plugin, IsGoneAfterItWasClosed) {
@@ -38,9 +33,9 @@ TEST_P(Plugin, IsGoneAfterItWasClosed) {
     const TempFolder folder;
     const auto reader = plugin.reader(folder.add("run.log", logOf({"{messages:[]}"})));
     reader->readInputFile(false);
-    EXPECT_NE(readFile("/proc/self/maps").find("ProfilingReader.so"), std::string::npos);
+    EXPECT_THAT(readFile("/proc/self/maps"), HasSubstr("ProfilingReader.so"));
   }
-  EXPECT_EQ(readFile("/proc/self/maps").find("ProfilingReader.so"), std::string::npos);
+  EXPECT_THAT(readFile("/proc/self/maps"), Not(HasSubstr("ProfilingReader.so")));
   EXPECT_EQ(dlopen(GetParam(), RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
 
@@ -74,7 +69,7 @@ Result callSlot(profiling::ProfileLogReader* reader, std::size_t slot, Arguments
 class Slots : public testing::Test {
  protected:
   TempFolder m_folder;
-  LoadedPlugin m_plugin{VYN_BASE_PLUGIN};
+  LoadedPlugin m_plugin{VYN_SUMMARY_PLUGIN};
   LoadedPlugin::Reader m_reader{
       m_plugin.reader(m_folder.add("run.log", logOf({"{header:{netRunVersion:\"2.0.0\"}}"})))};
 };
@@ -98,7 +93,7 @@ TEST_F(Slots, ThreeReturnsHeaderDetails) {
   alignas(std::string) unsigned char memory[sizeof(std::string)];
   auto* details = reinterpret_cast<std::string*>(memory);
   reinterpret_cast<Operation>(table[3])(details, m_reader.get());
-  EXPECT_NE(details->find("vyn-net-run        2.0.0\n"), std::string::npos);
+  EXPECT_THAT(*details, HasSubstr("vyn-net-run        2.0.0\n"));
   std::destroy_at(details);
 }
 
@@ -111,14 +106,7 @@ TEST_F(Slots, FiveReads) {
 
 TEST_F(Slots, SixIsOne) { EXPECT_EQ(callSlot<int>(m_reader.get(), 6), 1); }
 
-std::vector<profiling::EventNode> oneEvent() {
-  profiling::EventNode event;
-  event.identifier = "conv";
-  event.dataType = profiling::EventDataType::UINT_64;
-  event.value.uint64 = 7;
-  event.unit = 3;
-  return {event};
-}
+std::vector<profiling::EventNode> oneEvent() { return {cycles("conv", 7)}; }
 
 TEST_F(Slots, SevenPrintsEvents) {
   std::ostringstream stream;
@@ -137,8 +125,8 @@ TEST_F(Slots, EightWritesEventsAsCsv) {
   EXPECT_EQ(stream.str(), "42,EXECUTE,7,CYCLES,BACKEND,ROOT,conv\n");
 }
 
-INSTANTIATE_TEST_SUITE_P(Both, Plugin, testing::Values(VYN_JSON_PLUGIN, VYN_BASE_PLUGIN),
-                         [](const auto& plugin) { return plugin.index == 0 ? "Json" : "Base"; });
+INSTANTIATE_TEST_SUITE_P(Both, Plugin, testing::Values(VYN_JSON_PLUGIN, VYN_SUMMARY_PLUGIN),
+                         [](const auto& plugin) { return plugin.index == 0 ? "Json" : "Summary"; });
 
 }  // namespace
 }  // namespace vyn::test

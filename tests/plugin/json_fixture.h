@@ -1,12 +1,14 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "support/captured_output.h"
-#include "support/json_log.h"
 #include "support/loaded_plugin.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 #include "support/text_file.h"
 
@@ -38,9 +40,24 @@ class JsonPlugin : public testing::Test {
   LoadedPlugin m_plugin{VYN_JSON_PLUGIN};
 };
 
-/// A log of one message with one event, given by its fields.
-inline std::string logOfEvent(const std::string& fields) {
+/// A log of one message, which has nothing but this event.
+inline std::string logOfEvent(const Event& event) { return logWith({Message{.events = {event}}}); }
+
+/// The same of an event that is given by its fields, in the JSON form of the schema.
+inline std::string logOfEventFields(const std::string& fields) {
   return logOf({"{messages:[{header:{},appMetrics:{},profilingEvents:[{" + fields + "}]}]}"});
+}
+
+/// The lines of a document that start with this key, without their indentation.
+inline std::vector<std::string> linesOf(const std::string& key, const std::string& document) {
+  std::istringstream stream(document);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(stream >> std::ws, line);) {
+    if (line.starts_with("\"" + key + "\": ")) {
+      lines.push_back(line);
+    }
+  }
+  return lines;
 }
 
 /// The document of such a log, given the lines of its event object.

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "support/captured_output.h"
-#include "support/json_log.h"
 #include "support/loaded_plugin.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 
 namespace vyn::test {
@@ -20,8 +20,7 @@ class Lifecycle : public testing::TestWithParam<const char*> {
 };
 
 const std::string kChunk =
-    "{header:{netRunVersion:\"2.0.0\",backendVersion:\"1\"},"
-    "messages:[{header:{},appMetrics:{},method:5},{header:{},appMetrics:{},method:5}]}";
+    chunkOf({deInit(), deInit()}, "{netRunVersion:\"2.0.0\",backendVersion:\"1\"}");
 
 const std::string kReadOnce = "<ms> [ ERROR ] A reader reads its log once: ";
 
@@ -68,7 +67,7 @@ std::string sharingChunk() {
   flatbuffers::FlatBufferBuilder builder;
   namespace schema = profiling::schema;
   flatbuffers::Offset<flatbuffers::Vector<flatbuffers::Offset<schema::Event>>> events;
-  for (int level = 0; level < 17; ++level) {
+  for (int depth = 0; depth < 17; ++depth) {
     schema::EventBuilder event(builder);
     if (!events.IsNull()) {
       event.add_subEvents(events);
@@ -96,8 +95,8 @@ TEST_P(Lifecycle, ChunksThatShareTablesDrawFromOneAllowance) {
   printedBy([&] { EXPECT_FALSE(refusing->readInputFile(false)); });
 }
 
-INSTANTIATE_TEST_SUITE_P(Both, Lifecycle, testing::Values(VYN_JSON_PLUGIN, VYN_BASE_PLUGIN),
-                         [](const auto& plugin) { return plugin.index == 0 ? "Json" : "Base"; });
+INSTANTIATE_TEST_SUITE_P(Both, Lifecycle, testing::Values(VYN_JSON_PLUGIN, VYN_SUMMARY_PLUGIN),
+                         [](const auto& plugin) { return plugin.index == 0 ? "Json" : "Summary"; });
 
 }  // namespace
 }  // namespace vyn::test

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "support/json_log.h"
 #include "support/loaded_plugin.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 #include "support/text_file.h"
 
@@ -23,10 +23,9 @@ std::string textOf(int chunk, int place, std::size_t length) {
 }
 
 std::string chunkWith(int chunk, std::size_t length) {
-  return "{header:{backendVersion:\"" + textOf(chunk, 0, length) +
-         "\"},messages:[{header:{},appMetrics:{},profilingEvents:[{identifier:\"" +
-         textOf(chunk, 1, length) + "\",valueType:6,stringValue:\"" + textOf(chunk, 2, length) +
-         "\"},{identifier:\"" + textOf(chunk, 3, length) + "\"}]}]}";
+  const Events events = {text(textOf(chunk, 1, length), textOf(chunk, 2, length)),
+                         {.identifier = textOf(chunk, 3, length)}};
+  return chunkOf({{.events = events}}, "{backendVersion:\"" + textOf(chunk, 0, length) + "\"}");
 }
 
 // The texts of that key, in document order.
@@ -75,12 +74,11 @@ TEST(JsonLongText, ThoseAtOnePlaceOfEachChunkMayEndEarlier) {
   std::vector<std::string> identifiers;
   for (const std::size_t length : {400U, 300U, 399U, 0U, 270U, 400U}) {
     const auto letter = static_cast<char>('a' + identifiers.size());
-    const std::string text(400, letter);
-    std::string chunk = chunkBytes(
-        "{messages:[{header:{},appMetrics:{},profilingEvents:[{identifier:\"" + text + "\"}]}]}");
-    chunk[chunk.find(text) + length] = '\0';
+    const std::string identifier(400, letter);
+    std::string chunk = chunkBytes(chunkOf({{.events = {{.identifier = identifier}}}}));
+    chunk[chunk.find(identifier) + length] = '\0';
     log += framed(chunk);
-    identifiers.push_back(text.substr(0, length));
+    identifiers.push_back(identifier.substr(0, length));
   }
   const LoadedPlugin plugin(VYN_JSON_PLUGIN);
   EXPECT_EQ(textsOf("identifier", largeDocumentOf(plugin, TempFolder(), log)), identifiers);

@@ -8,6 +8,8 @@
 namespace vyn::test {
 namespace {
 
+using testing::ElementsAre;
+
 class JsonMessage : public JsonPlugin {
  protected:
   void expectMessage(const std::string& fields, const std::string& lines) {
@@ -81,56 +83,43 @@ TEST_F(JsonMessage, LargeNumbersStayUnsigned) {
 }
 
 TEST_F(JsonMessage, EveryMethodHasItsTextAndTheOthersTheEmptyOne) {
-  const std::vector<std::pair<int, const char*>> texts{{0, "NONE"},
-                                                       {1, "BACKEND_EXECUTE"},
-                                                       {2, "BACKEND_FINALIZE"},
-                                                       {3, "BACKEND_EXECUTE_ASYNC"},
-                                                       {4, "BACKEND_CREATE_FROM_BINARY"},
-                                                       {5, "BACKEND_DEINIT"},
-                                                       {6, "APP_CONTEXT_CREATE"},
-                                                       {7, "APP_COMPOSE_GRAPHS"},
-                                                       {8, "APP_EXECUTE_IPS"},
-                                                       {9, "BACKEND_GRAPH_COMPONENT"},
-                                                       {10, ""},
-                                                       {11, ""},
-                                                       {12, ""},
-                                                       {-1, ""},
-                                                       {127, ""},
-                                                       {-128, ""}};
-  std::string messages;
-  std::string methods;
+  const std::vector<std::pair<std::int8_t, const char*>> texts{{0, "NONE"},
+                                                               {1, "BACKEND_EXECUTE"},
+                                                               {2, "BACKEND_FINALIZE"},
+                                                               {3, "BACKEND_EXECUTE_ASYNC"},
+                                                               {4, "BACKEND_CREATE_FROM_BINARY"},
+                                                               {5, "BACKEND_DEINIT"},
+                                                               {6, "APP_CONTEXT_CREATE"},
+                                                               {7, "APP_COMPOSE_GRAPHS"},
+                                                               {8, "APP_EXECUTE_IPS"},
+                                                               {9, "BACKEND_GRAPH_COMPONENT"},
+                                                               {10, ""},
+                                                               {11, ""},
+                                                               {12, ""},
+                                                               {-1, ""},
+                                                               {127, ""},
+                                                               {-128, ""}};
+  std::vector<Message> messages;
+  std::vector<std::string> lines;
   for (const auto& [code, text] : texts) {
-    messages += "{header:{},appMetrics:{},method:" + std::to_string(code) + "},";
-    methods += std::string("            \"method\": \"") + text + "\"\n";
+    messages.push_back({.method = MethodType{code}});
+    lines.push_back(std::string("\"method\": \"") + text + "\"");
   }
-  messages.pop_back();
-  const std::string document = documentOf(logOf({"{messages:[" + messages + "]}"}));
-  std::string written;
-  for (std::size_t at = 0;
-       (at = document.find("            \"method\"", at)) != std::string::npos;) {
-    const std::size_t end = document.find('\n', at) + 1;
-    written += document.substr(at, end - at);
-    at = end;
-  }
-  EXPECT_EQ(written, methods);
+  EXPECT_EQ(linesOf("method", documentOf(logWith(messages))), lines);
 }
 
-TEST_F(JsonMessage, NoLevelIsFilteredOut) {
-  const auto reader = m_plugin.reader(
-      m_folder.add("run.log",
-                   logOf({"{messages:[{header:{sequenceNumber:1},appMetrics:{},"
-                          "visibilityLevel:127},{header:{sequenceNumber:2},appMetrics:{}}]}"})),
-      -128);
+TEST_F(JsonMessage, NoVisibilityLevelIsFilteredOut) {
+  const std::string log = logWith({{.sequenceNumber = 1, .visibilityLevel = 127},  //
+                                   {.sequenceNumber = 2}});
+  const auto reader = m_plugin.reader(m_folder.add("run.log", log), -128);
   ASSERT_TRUE(reader->readInputFile(false));
-  const std::string document = output(*reader);
-  EXPECT_NE(document.find("\"sequenceNumber\": 1"), std::string::npos);
-  EXPECT_NE(document.find("\"sequenceNumber\": 2"), std::string::npos);
+  EXPECT_THAT(linesOf("sequenceNumber", output(*reader)),
+              ElementsAre("\"sequenceNumber\": 1", "\"sequenceNumber\": 2"));
 }
 
 TEST_F(JsonMessage, MessagesOfAllChunksFollowEachOther) {
-  const std::string document =
-      documentOf(logOf({"{messages:[{header:{sequenceNumber:1},appMetrics:{}}]}", "{messages:[]}",
-                        "{}", "{messages:[{header:{sequenceNumber:2},appMetrics:{}}]}"}));
+  const std::string document = documentOf(logOf(
+      {chunkOf({{.sequenceNumber = 1}}), "{messages:[]}", "{}", chunkOf({{.sequenceNumber = 2}})}));
   EXPECT_EQ(document, R"({
     "messages": [
         {

@@ -7,6 +7,8 @@
 namespace vyn::test {
 namespace {
 
+using testing::HasSubstr;
+
 class JsonMetadata : public JsonPlugin {
  protected:
   // The document of a log of these chunks, without what changes from test to test.
@@ -39,7 +41,7 @@ std::string metadata(const std::string& timeScale, const std::string& version,
 )";
 }
 
-TEST_F(JsonMetadata, WholeHeader) {
+TEST_F(JsonMetadata, HoldsTheWholeHeader) {
   EXPECT_EQ(documentOfChunks({"{header:{timeScale:1.0,epochTime:18446744073709551615,"
                               "timestamp:18446744073709551615,version:{major:4294967295,"
                               "minor:2,teeny:3,versionFlag:1},netRunVersion:\"2.0.0\"}}"}),
@@ -83,9 +85,8 @@ TEST_F(JsonMetadata, NamesTheLogAsItWasGiven) {
   const auto reader = m_plugin.reader(m_folder.path("") + "./run.log");
   m_folder.add("run.log", logOf({"{header:{}}"}));
   ASSERT_TRUE(reader->readInputFile(false));
-  EXPECT_NE(
-      output(*reader).find("\"inputLogFileLocation\": \"" + m_folder.path("") + "./run.log\","),
-      std::string::npos);
+  EXPECT_THAT(output(*reader),
+              HasSubstr("\"inputLogFileLocation\": \"" + m_folder.path("") + "./run.log\","));
 }
 
 TEST_F(JsonMetadata, NameOfTheLogEndsAtItsFirstZeroByte) {
@@ -93,8 +94,7 @@ TEST_F(JsonMetadata, NameOfTheLogEndsAtItsFirstZeroByte) {
   const std::string path = m_folder.add("run.log", logOf({"{header:{}}"}));
   const auto reader = m_plugin.reader(path + "\0more\0and more"s);
   ASSERT_TRUE(reader->readInputFile(false));
-  EXPECT_NE(output(*reader).find("\"inputLogFileLocation\": \"" + path + "\",\n"),
-            std::string::npos);
+  EXPECT_THAT(output(*reader), HasSubstr("\"inputLogFileLocation\": \"" + path + "\",\n"));
 }
 
 TEST_F(JsonMetadata, VersionTextsEndAtTheirFirstZeroByte) {
@@ -102,9 +102,8 @@ TEST_F(JsonMetadata, VersionTextsEndAtTheirFirstZeroByte) {
   const std::string document =
       documentOf(logOf({"{header:{netRunVersion:\"" + longText +
                         "\\u0000hidden\",backendVersion:\"1.2\\u0000hidden\"}}"}));
-  EXPECT_NE(document.find("\"vynNetRunVersion\": \"" + longText +
-                          "\",\n        \"backendVersion\": \"1.2\"\n"),
-            std::string::npos);
+  EXPECT_THAT(document, HasSubstr("\"vynNetRunVersion\": \"" + longText +
+                                  "\",\n        \"backendVersion\": \"1.2\"\n"));
 }
 
 TEST_F(JsonMetadata, JsonReaderKeepsNoHeaderDetails) {

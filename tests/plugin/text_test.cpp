@@ -3,19 +3,21 @@
 #include <rapidjson/document.h>
 
 #include <iomanip>
-#include <locale>
 #include <sstream>
 
 #include "plugin/json_fixture.h"
+#include "support/foreign_locale.h"
 
 namespace vyn::test {
 namespace {
+
+using testing::HasSubstr;
 
 class JsonText : public JsonPlugin {
  protected:
   // Replaces every # of the identifier in the log's bytes, so that any byte can stand there.
   static std::string logWithByte(const std::string& identifier, char byte) {
-    std::string log = logOfEvent("identifier:\"" + identifier + "\"");
+    std::string log = logOfEvent({.identifier = identifier});
     for (char& character : log) {
       character = character == '#' ? byte : character;
     }
@@ -56,7 +58,7 @@ TEST_F(JsonText, EveryControlCharacterIsEscapedAtEveryAlignment) {
     for (std::size_t before = 0; before < 17; ++before) {
       expected += std::string(before, 'x') + escaped(byte) + std::string(17 - before, 'y');
     }
-    EXPECT_NE(document.find("\"" + expected + "\""), std::string::npos) << int{byte};
+    EXPECT_THAT(document, HasSubstr("\"" + expected + "\"")) << int{byte};
     rapidjson::Document parsed;
     EXPECT_FALSE(parsed.Parse(document.c_str()).HasParseError()) << int{byte};
   }
@@ -65,61 +67,38 @@ TEST_F(JsonText, EveryControlCharacterIsEscapedAtEveryAlignment) {
 TEST_F(JsonText, ShortTextsWithControlCharactersAreEscapedToo) {
   for (char byte = 1; byte < 0x20; ++byte) {
     const auto reader = readLog(logWithByte("a#", byte));
-    EXPECT_NE(output(*reader).find("\"a" + escaped(byte) + "\""), std::string::npos) << int{byte};
+    EXPECT_THAT(output(*reader), HasSubstr("\"a" + escaped(byte) + "\"")) << int{byte};
   }
 }
 
 TEST_F(JsonText, QuotesAndBackslashesAreEscaped) {
-  EXPECT_NE(documentOf(logOfEvent(R"(identifier:"say \"hi\" \\ bye")"))
-                .find(R"("identifier": "say \"hi\" \\ bye",)"),
-            std::string::npos);
+  EXPECT_THAT(documentOf(logOfEvent({.identifier = R"(say "hi" \ bye)"})),
+              HasSubstr(R"("identifier": "say \"hi\" \\ bye",)"));
 }
 
 TEST_F(JsonText, SlashesAndTextsOfOtherScriptsAreWrittenAsTheyStand) {
-  EXPECT_NE(documentOf(logOfEvent("identifier:\"a/b \xC3\xA4 \xE6\xB7\xB1\""))
-                .find("\"identifier\": \"a/b \xC3\xA4 \xE6\xB7\xB1\","),
-            std::string::npos);
+  EXPECT_THAT(documentOf(logOfEvent({.identifier = "a/b \xC3\xA4 \xE6\xB7\xB1"})),
+              HasSubstr("\"identifier\": \"a/b \xC3\xA4 \xE6\xB7\xB1\","));
 }
 
 TEST_F(JsonText, BytesThatAreNotUtf8PassThrough) {
-  EXPECT_NE(documentOf(logWithByte("a#b", '\xFF'))
-                .find("\"identifier\": \"a\xFF"
-                      "b\","),
-            std::string::npos);
+  EXPECT_THAT(documentOf(logWithByte("a#b", '\xFF')), HasSubstr("\"identifier\": \"a\xFF"
+                                                                "b\","));
 }
 
 TEST_F(JsonText, EqualTextsOfManyEventsAreAllWritten) {
-  std::string events;
-  for (int i = 0; i < 50; ++i) {
-    events += "{identifier:\"a name of more than thirteen bytes\"},";
-  }
-  events.pop_back();
-  const std::string document = documentOf(
-      logOf({"{messages:[{header:{},appMetrics:{},profilingEvents:[" + events + "]}]}"}));
-  int count = 0;
-  for (std::size_t at = 0;
-       (at = document.find("a name of more than thirteen bytes", at)) != std::string::npos; ++at) {
-    ++count;
-  }
-  EXPECT_EQ(count, 50);
+  const Event event{.identifier = "a name of more than thirteen bytes"};
+  const std::string document = documentOf(logWith({{.events = Events(50, event)}}));
+  EXPECT_EQ(
+      linesOf("identifier", document),
+      std::vector<std::string>(50, "\"identifier\": \"a name of more than thirteen bytes\","));
 }
 
-// Groups digits and marks decimals as some countries do.
-class Grouping : public std::numpunct<char> {
- protected:
-  char do_thousands_sep() const override { return '.'; }
-  char do_decimal_point() const override { return ','; }
-  std::string do_grouping() const override { return "\3"; }
-};
-
 TEST_F(JsonText, NumbersArePlainInAGroupingLocale) {
-  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
-  const std::string document =
-      documentOf(logOfEvent("valueType:2,uint64Value:1234567,subEvents:[{valueType:5,"
-                            "doubleValue:1234.5}]"));
-  std::locale::global(previous);
-  EXPECT_NE(document.find("\"value\": 1234567,"), std::string::npos);
-  EXPECT_NE(document.find("\"value\": 1234.5\n"), std::string::npos);
+  const GlobalGroupingLocale grouping;
+  const std::string document = documentOf(logOfEvent(number("conv", 1234567, {{.value = 1234.5}})));
+  EXPECT_THAT(document, HasSubstr("\"value\": 1234567,"));
+  EXPECT_THAT(document, HasSubstr("\"value\": 1234.5\n"));
 }
 
 }  // namespace

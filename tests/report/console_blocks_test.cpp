@@ -1,15 +1,17 @@
 // The blocks of the console summary, each by itself.
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <iomanip>
 #include <sstream>
 
-#include "report/event_nodes.h"
+#include "support/log_event.h"
 #include "support/open_reader.h"
 
 namespace vyn::test {
 namespace {
+
+using testing::HasSubstr;
 
 using Block = void (OpenReader::*)(std::ostream&);
 
@@ -38,8 +40,8 @@ TEST_F(ConsoleBlocks, TitleIsFollowedByTheFirstFourBlocks) {
 
 TEST_F(ConsoleBlocks, InitListsInitEventsBeforeThoseOfTheBinary) {
   m_reader.m_initTime = 26;
-  m_reader.m_initEvents = {node("load", 5, 2)};
-  m_reader.m_createFromBinaryEvents = {node("parse", 6, 1)};
+  m_reader.m_initEvents = {bytes("load", 5)};
+  m_reader.m_createFromBinaryEvents = {microseconds("parse", 6)};
   const std::string start = "Init Stats:\n" + dashes(11) + "    NetRun: 26 us\n";
   EXPECT_EQ(printed(&OpenReader::printInitStats), start + "\n");
   m_reader.m_hasCreateFromBinaryEvents = true;
@@ -48,7 +50,7 @@ TEST_F(ConsoleBlocks, InitListsInitEventsBeforeThoseOfTheBinary) {
   EXPECT_EQ(printed(&OpenReader::printInitStats), start + "    Backend (load): 5 bytes\n\n");
 }
 
-TEST_F(ConsoleBlocks, ComposeGraphs) {
+TEST_F(ConsoleBlocks, ComposeGraphsShowsItsTimeAlone) {
   m_reader.m_composeGraphsTime = 8;
   EXPECT_EQ(printed(&OpenReader::printComposeGraphsStats),
             "Compose Graphs Stats:\n" + dashes(14) + "    NetRun: 8 us\n\n");
@@ -56,7 +58,7 @@ TEST_F(ConsoleBlocks, ComposeGraphs) {
 
 TEST_F(ConsoleBlocks, FinalizeListsEventsOnlyUnderItsFlag) {
   m_reader.m_hasFinalize = true;
-  m_reader.m_finalizeGroups = {{"net0", 6, 1, {node("x", 1)}}, {"net1", 7, 2, {}}};
+  m_reader.m_finalizeGroups = {{"net0", 6, 1, {cycles("x", 1)}}, {"net1", 7, 2, {}}};
   const std::string start =
       "Finalize Stats:\n" + dashes(15) + "Graph 0 (net0):\n    NetRun: 6 us\n";
   const std::string rest = "\nGraph 1 (net1):\n    NetRun: 7 us\n\n";
@@ -67,12 +69,12 @@ TEST_F(ConsoleBlocks, FinalizeListsEventsOnlyUnderItsFlag) {
 
 TEST_F(ConsoleBlocks, DeInitAlwaysListsItsEvents) {
   m_reader.m_deInitTime = 4;
-  m_reader.m_deInitEvents = {node("x", 1)};
+  m_reader.m_deInitEvents = {cycles("x", 1)};
   EXPECT_EQ(printed(&OpenReader::printDeInitStats),
             "De-Init Stats:\n" + dashes(14) + "    NetRun: 4 us\n    Backend (x): 1 cycles\n\n");
 }
 
-class Overall : public ConsoleBlocks {
+class InferencesPerSecond : public ConsoleBlocks {
  protected:
   void expectRate(std::vector<profiling::EventNode> events, const std::string& rate) {
     m_reader.m_executeIpsEvents = std::move(events);
@@ -83,39 +85,38 @@ class Overall : public ConsoleBlocks {
   }
 };
 
-TEST_F(Overall, DurationFirst) {
-  expectRate({node("duration", 2000000), node("count", 100)}, "50.0000");
+TEST_F(InferencesPerSecond, TakeTheDurationFromTheFirstEvent) {
+  expectRate({cycles("duration", 2000000), cycles("count", 100)}, "50.0000");
 }
 
-TEST_F(Overall, DurationSecond) {
-  expectRate({node("count", 100), node("duration", 3000000)}, "33.3333");
+TEST_F(InferencesPerSecond, TakeTheDurationFromTheSecondEvent) {
+  expectRate({cycles("count", 100), cycles("duration", 3000000)}, "33.3333");
 }
 
-TEST_F(Overall, SecondIsTheDurationWhateverItsName) {
-  expectRate({node("a", 100), node("b", 2000000)}, "50.0000");
+TEST_F(InferencesPerSecond, TakeTheSecondEventForTheDurationWhateverItsName) {
+  expectRate({cycles("a", 100), cycles("b", 2000000)}, "50.0000");
 }
 
-TEST_F(Overall, DurationOfZero) { expectRate({node("duration", 0), node("count", 100)}, "0.0000"); }
+TEST_F(InferencesPerSecond, AreNoneInADurationOfZero) {
+  expectRate({cycles("duration", 0), cycles("count", 100)}, "0.0000");
+}
 
-TEST_F(Overall, IsComputedInSinglePrecision) {
+TEST_F(InferencesPerSecond, AreComputedInSinglePrecision) {
   // 2^24 + 1 inferences, which a float counts as 2^24.
-  expectRate({node("duration", 1), node("count", 16777217)}, "16777216000000.0000");
+  expectRate({cycles("duration", 1), cycles("count", 16777217)}, "16777216000000.0000");
 }
 
-TEST_F(Overall, TextCountsAsZero) {
-  profiling::EventNode text = node("duration", 0);
-  text.dataType = profiling::EventDataType::STRING;
-  text.value.text = "a text, whose word is an address";
+TEST_F(InferencesPerSecond, CountATextAsZero) {
+  const Event duration = text("duration", "a text, whose word is an address");
   // So many that an address for a duration would not make it a rate of 0.
   constexpr std::uint64_t kCount = 1'000'000'000'000'000'000;
-  expectRate({text, node("count", kCount)}, "0.0000");
-  text.identifier = "b";
-  expectRate({node("a", kCount), text}, "0.0000");
-  expectRate({text, node("a", 7)}, "0.0000");
+  expectRate({duration, cycles("count", kCount)}, "0.0000");
+  expectRate({cycles("a", kCount), text("b", "another text")}, "0.0000");
+  expectRate({text("b", "another text"), cycles("a", 7)}, "0.0000");
 }
 
-TEST_F(Overall, IsLeftOutWithoutItsMessageOrWithOneEvent) {
-  m_reader.m_executeIpsEvents = {node("duration", 1), node("count", 1)};
+TEST_F(InferencesPerSecond, AreLeftOutWithoutTheirMessageOrWithOneEvent) {
+  m_reader.m_executeIpsEvents = {cycles("duration", 1), cycles("count", 1)};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsOverall), "");
   m_reader.m_hasExecuteIps = true;
   m_reader.m_executeIpsEvents.pop_back();
@@ -136,7 +137,8 @@ TEST_F(ConsoleBlocks, ExecutionsWithoutAnyAreHeadingsAndAnEmptyLine) {
 
 TEST_F(ConsoleBlocks, SynchronousExecutionHasNoRoundTripEvenWithQueueWaits) {
   m_reader.m_executeMin = {{"net0", 10, 1, {}}};
-  m_reader.m_executeGroups = {{"net0", {{10, 1, {node("x", 1, 3, {node("y", 2, 6)})}}}}};
+  m_reader.m_executeGroups = {
+      {"net0", {{10, 1, {cycles("x", 1, {ofUnit(EventUnit::NONE, number("y", 2))})}}}}};
   m_reader.m_queueWaitMin = {{"net0", 4}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
             "Execute Stats (Min):\n" + kExecuteRules +
@@ -146,7 +148,7 @@ TEST_F(ConsoleBlocks, SynchronousExecutionHasNoRoundTripEvenWithQueueWaits) {
 TEST_F(ConsoleBlocks, AsynchronousAverageSubtractsTheMeanWait) {
   m_reader.m_asyncExecute = true;
   m_reader.m_executeAverage = {{"net0", 1200, 1, {}}, {"net1", 50, 1, {}}};
-  m_reader.m_executeGroups = {{"net0", {{1200, 1, {node("x", 1)}}}}, {"net1", {{50, 1, {}}}}};
+  m_reader.m_executeGroups = {{"net0", {{1200, 1, {cycles("x", 1)}}}}, {"net1", {{50, 1, {}}}}};
   m_reader.m_queueWaitSeries = {{"net0", {100, 301}}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsAverage),
             "Execute Stats (Average):\n" + kExecuteRules +
@@ -160,9 +162,8 @@ TEST_F(ConsoleBlocks, WaitLongerThanTheDurationWrapsAround) {
   m_reader.m_asyncExecute = true;
   m_reader.m_executeMax = {{"net0", 1, 1, {}}};
   m_reader.m_queueWaitMax = {{"net0", 2}};
-  EXPECT_NE(printed(&OpenReader::printExecuteStatsMax)
-                .find("excluding queue wait): 18446744073709551615\n"),
-            std::string::npos);
+  EXPECT_THAT(printed(&OpenReader::printExecuteStatsMax),
+              HasSubstr("excluding queue wait): 18446744073709551615\n"));
 }
 
 TEST_F(ConsoleBlocks, EmptySeriesCountsAsNoWaitAndHugeOnesDoNotOverflow) {
@@ -170,8 +171,8 @@ TEST_F(ConsoleBlocks, EmptySeriesCountsAsNoWaitAndHugeOnesDoNotOverflow) {
   m_reader.m_executeAverage = {{"a", 7, 1, {}}, {"b", 7, 1, {}}};
   m_reader.m_queueWaitSeries = {{"a", {}}, {"b", {18446744073709551615U, 18446744073709551615U}}};
   const std::string text = printed(&OpenReader::printExecuteStatsAverage);
-  EXPECT_NE(text.find("excluding queue wait): 7\n"), std::string::npos);
-  EXPECT_NE(text.find("excluding queue wait): 8\n"), std::string::npos);  // 7 - (2^64 - 1)
+  EXPECT_THAT(text, HasSubstr("excluding queue wait): 7\n"));
+  EXPECT_THAT(text, HasSubstr("excluding queue wait): 8\n"));  // 7 - (2^64 - 1)
 }
 
 TEST_F(ConsoleBlocks, MeanWaitIsOfDoublePrecision) {
@@ -180,22 +181,22 @@ TEST_F(ConsoleBlocks, MeanWaitIsOfDoublePrecision) {
   // 2^24 + 1, which no float holds, and 2^53 + 1, which no double holds.
   m_reader.m_queueWaitSeries = {{"a", {16777217}}, {"b", {9007199254740993U}}};
   const std::string text = printed(&OpenReader::printExecuteStatsAverage);
-  EXPECT_NE(text.find("excluding queue wait): 0\n"), std::string::npos);
-  EXPECT_NE(text.find("excluding queue wait): 1\n"), std::string::npos);
+  EXPECT_THAT(text, HasSubstr("excluding queue wait): 0\n"));
+  EXPECT_THAT(text, HasSubstr("excluding queue wait): 1\n"));
 }
 
 TEST_F(ConsoleBlocks, FirstWaitOfANameCounts) {
   m_reader.m_asyncExecute = true;
   m_reader.m_executeMin = {{"a", 10, 1, {}}};
   m_reader.m_queueWaitMin = {{"a", 1}, {"a", 2}};
-  EXPECT_NE(printed(&OpenReader::printExecuteStatsMin).find("queue wait): 9\n"), std::string::npos);
+  EXPECT_THAT(printed(&OpenReader::printExecuteStatsMin), HasSubstr("queue wait): 9\n"));
 }
 
 TEST_F(ConsoleBlocks, OmittedDetailsLeaveOutWaitAndEvents) {
   m_reader.m_asyncExecute = true;
   m_reader.m_omitExecuteDetails = true;
   m_reader.m_executeMin = {{"a", 10, 1, {}}};
-  m_reader.m_executeGroups = {{"a", {{10, 1, {node("x", 1)}}}}};
+  m_reader.m_executeGroups = {{"a", {{10, 1, {cycles("x", 1)}}}}};
   m_reader.m_queueWaitMin = {{"a", 1}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
             "Execute Stats (Min):\n" + kExecuteRules +
@@ -203,32 +204,28 @@ TEST_F(ConsoleBlocks, OmittedDetailsLeaveOutWaitAndEvents) {
 }
 
 TEST_F(ConsoleBlocks, FiguresListTheEventsOfTheirOwnExecutions) {
-  m_reader.m_executeGroups = {{"a", {{10, 1, {node("x", 10)}}, {20, 2, {node("x", 20)}}}}};
+  m_reader.m_executeGroups = {{"a", {{10, 1, {cycles("x", 10)}}, {20, 2, {cycles("x", 20)}}}}};
   m_reader.m_executeAverage = m_reader.m_executeMin = m_reader.m_executeMax = {{"a", 1, 1, {}}};
-  EXPECT_NE(printed(&OpenReader::printExecuteStatsAverage).find("(x): 15 "), std::string::npos);
-  EXPECT_NE(printed(&OpenReader::printExecuteStatsMin).find("(x): 10 "), std::string::npos);
-  EXPECT_NE(printed(&OpenReader::printExecuteStatsMax).find("(x): 20 "), std::string::npos);
+  EXPECT_THAT(printed(&OpenReader::printExecuteStatsAverage), HasSubstr("(x): 15 "));
+  EXPECT_THAT(printed(&OpenReader::printExecuteStatsMin), HasSubstr("(x): 10 "));
+  EXPECT_THAT(printed(&OpenReader::printExecuteStatsMax), HasSubstr("(x): 20 "));
 }
 
 TEST_F(ConsoleBlocks, TextsCountAsZeroWhereANumberIsAskedFor) {
-  profiling::EventNode text = node("text", 0);
-  text.dataType = profiling::EventDataType::STRING;
-  text.value.text = "some text";
+  const Event note = text("note", "some text");
   m_reader.m_hasLibLoad = true;
-  m_reader.m_libLoadEvents = {text};
-  EXPECT_NE(printed(&OpenReader::printLibLoadStats).find("Latency: 0 us"), std::string::npos);
+  m_reader.m_libLoadEvents = {note};
+  EXPECT_THAT(printed(&OpenReader::printLibLoadStats), HasSubstr("Latency: 0 us"));
   EXPECT_EQ(printed(&OpenReader::writeLibLoadCsv), "0,DLOPEN LATENCY,0,US,NETRUN,ROOT,null\n");
   m_reader.m_hasExecuteIps = true;
-  for (const auto& events :
-       {std::vector{text, node("duration", 7)}, std::vector{node("n", 7), text}}) {
-    m_reader.m_executeIpsEvents = events;
-    EXPECT_NE(printed(&OpenReader::printExecuteStatsOverall).find(" 0.0000 inf"),
-              std::string::npos);
+  for (const auto& events : {Events{note, cycles("duration", 7)}, Events{cycles("n", 7), note}}) {
+    m_reader.m_executeIpsEvents.assign(events.begin(), events.end());
+    EXPECT_THAT(printed(&OpenReader::printExecuteStatsOverall), HasSubstr(" 0.0000 inf"));
   }
 }
 
 TEST_F(ConsoleBlocks, LibLoadTakesTheFirstValueWhateverItsType) {
-  m_reader.m_libLoadEvents = {node("latency", 99, 2), node("other", 1)};
+  m_reader.m_libLoadEvents = {bytes("latency", 99), cycles("other", 1)};
   EXPECT_EQ(printed(&OpenReader::printLibLoadStats), "");
   m_reader.m_hasLibLoad = true;
   EXPECT_EQ(printed(&OpenReader::printLibLoadStats),
@@ -239,7 +236,7 @@ TEST_F(ConsoleBlocks, LibLoadTakesTheFirstValueWhateverItsType) {
 
 TEST_F(ConsoleBlocks, AppliedBinarySectionsNeedTheirFlag) {
   m_reader.m_applyBinarySectionAverage = {{"net0", 5, 1, {}}};
-  m_reader.m_applyBinarySectionGroups = {{"net0", {{5, 1, {node("x", 1)}}}}};
+  m_reader.m_applyBinarySectionGroups = {{"net0", {{5, 1, {cycles("x", 1)}}}}};
   EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsAverage), "");
   m_reader.m_hasApplyBinarySection = true;
   EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsAverage),
@@ -280,9 +277,9 @@ TEST_F(ConsoleBlocks, AppliedBinarySectionsHaveNoRoundTrip) {
 TEST_F(ConsoleBlocks, ListedEventLeavesTheStreamInFixedNotationWithoutDecimals) {
   std::ostringstream stream;
   stream << std::scientific << std::setprecision(3);
-  m_reader.printEvents(stream, {node("o", 1, kObjectUnit, {node("c", 2)})});
+  m_reader.printEvents(stream, {ofUnit(EventUnit::OBJECT, number("o", 1, {cycles("c", 2)}))});
   stream << 2.75 << "\n";
-  m_reader.printEvents(stream, {node("a", 1)});
+  m_reader.printEvents(stream, {cycles("a", 1)});
   stream << 2.75;
   EXPECT_EQ(stream.str(), "        c: 2 cycles\n2.750e+00\n    Backend (a): 1 cycles\n3");
 }
@@ -290,8 +287,10 @@ TEST_F(ConsoleBlocks, ListedEventLeavesTheStreamInFixedNotationWithoutDecimals) 
 TEST_F(ConsoleBlocks, EventsListChildrenButNoGrandchildrenAndNoObjects) {
   std::ostringstream stream;
   m_reader.printEvents(
-      stream, {node("o", 1, kObjectUnit, {node("c", 2, 4)}),
-               node("a", 3, 6, {node("b", 4, 2, {node("deep", 5)}), node("p", 6, kObjectUnit)})});
+      stream, {ofUnit(EventUnit::OBJECT, number("o", 1, {count("c", 2)})),
+               ofUnit(EventUnit::NONE, number("a", 3,
+                                              {bytes("b", 4, {cycles("deep", 5)}),
+                                               ofUnit(EventUnit::OBJECT, number("p", 6))}))});
   EXPECT_EQ(stream.str(), "        c: 2 count\n    Backend (a): 3 \n        b: 4 bytes\n");
 }
 

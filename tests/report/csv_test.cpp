@@ -1,16 +1,18 @@
 // Rows and event lines of the CSV listing.
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <locale>
 #include <sstream>
 
-#include "report/event_nodes.h"
+#include "support/foreign_locale.h"
+#include "support/log_event.h"
 #include "support/open_reader.h"
 #include "support/text_file.h"
 
 namespace vyn::test {
 namespace {
+
+using testing::HasSubstr;
 
 class Csv : public testing::Test {
  protected:
@@ -38,8 +40,8 @@ TEST_F(Csv, HeaderLinesKeepTheirLabelsWithoutValues) {
             "Backend version, \n");
   m_reader.m_netRunVersion = "2.0";
   m_reader.m_backendVersion = "1.9";
-  EXPECT_NE(written(&OpenReader::writeCsvHeader).find("run version, 2.0\nBackend version, 1.9\n"),
-            std::string::npos);
+  EXPECT_THAT(written(&OpenReader::writeCsvHeader),
+              HasSubstr("run version, 2.0\nBackend version, 1.9\n"));
 }
 
 TEST_F(Csv, StepsThatDidNotOccurHaveRowsOfZeros) {
@@ -55,8 +57,8 @@ TEST_F(Csv, StepsThatDidNotOccurHaveRowsOfZeros) {
 TEST_F(Csv, InitListsInitEventsBeforeThoseOfTheBinary) {
   m_reader.m_initTimestamp = 3;
   m_reader.m_initTime = 4;
-  m_reader.m_initEvents = {node("load", 5, 2)};
-  m_reader.m_createFromBinaryEvents = {node("parse", 6, 1)};
+  m_reader.m_initEvents = {bytes("load", 5)};
+  m_reader.m_createFromBinaryEvents = {microseconds("parse", 6)};
   const std::string row = "3,INIT,4,US,NETRUN,ROOT,null\n";
   EXPECT_EQ(written(&OpenReader::writeInitCsv), row);
   m_reader.m_hasCreateFromBinaryEvents = true;
@@ -66,7 +68,7 @@ TEST_F(Csv, InitListsInitEventsBeforeThoseOfTheBinary) {
 }
 
 TEST_F(Csv, FinalizeListsEventsOnlyUnderItsFlag) {
-  m_reader.m_finalizeGroups = {{"net0", 6, 1, {node("x", 9)}}};
+  m_reader.m_finalizeGroups = {{"net0", 6, 1, {cycles("x", 9)}}};
   const std::string row = "1,FINALIZE,6,US,NETRUN,ROOT,Graph 0: net0\n";
   EXPECT_EQ(written(&OpenReader::writeFinalizeCsv), row);
   m_reader.m_hasFinalizeEvents = true;
@@ -76,13 +78,13 @@ TEST_F(Csv, FinalizeListsEventsOnlyUnderItsFlag) {
 TEST_F(Csv, DeInitAlwaysListsItsEvents) {
   m_reader.m_deInitTimestamp = 8;
   m_reader.m_deInitTime = 9;
-  m_reader.m_deInitEvents = {node("x", 1)};
+  m_reader.m_deInitEvents = {cycles("x", 1)};
   EXPECT_EQ(written(&OpenReader::writeDeInitCsv),
             "8,DE-INIT,9,US,NETRUN,ROOT,null\n8,DE-INIT,1,CYCLES,BACKEND,ROOT,x\n");
 }
 
 TEST_F(Csv, ExecutionsAreCountedPastGraphsWithoutAny) {
-  m_reader.m_executeGroups = {{"empty", {}}, {"net,1", {{5, 1, {node("x", 9)}}, {6, 2, {}}}}};
+  m_reader.m_executeGroups = {{"empty", {}}, {"net,1", {{5, 1, {cycles("x", 9)}}, {6, 2, {}}}}};
   EXPECT_EQ(written(&OpenReader::writeExecuteCsv),
             "1,EXECUTE,5,US,NETRUN,ROOT,Graph 1: net,1\n"
             "1,EXECUTE,9,CYCLES,BACKEND,ROOT,x\n"
@@ -90,7 +92,7 @@ TEST_F(Csv, ExecutionsAreCountedPastGraphsWithoutAny) {
 }
 
 TEST_F(Csv, AppliedBinarySectionsSpellTheirStepInTwoWays) {
-  m_reader.m_applyBinarySectionGroups = {{"net0", {{5, 1, {node("x", 9)}}}}};
+  m_reader.m_applyBinarySectionGroups = {{"net0", {{5, 1, {cycles("x", 9)}}}}};
   EXPECT_EQ(written(&OpenReader::writeApplyBinarySectionCsv),
             "1,APPLY BINARY SECTION,5,US,NETRUN,ROOT,Graph 0: net0\n"
             "1,APPLYBINARY,9,CYCLES,BACKEND,ROOT,x\n");
@@ -98,7 +100,7 @@ TEST_F(Csv, AppliedBinarySectionsSpellTheirStepInTwoWays) {
 
 TEST_F(Csv, InferencesPerSecondHaveSixDecimals) {
   m_reader.m_executeIpsTimestamp = 7;
-  m_reader.m_executeIpsEvents = {node("duration", 2000000), node("count", 100)};
+  m_reader.m_executeIpsEvents = {cycles("duration", 2000000), cycles("count", 100)};
   EXPECT_EQ(written(&OpenReader::writeExecuteIpsCsv), "");
   m_reader.m_hasExecuteIps = true;
   EXPECT_EQ(written(&OpenReader::writeExecuteIpsCsv),
@@ -110,38 +112,37 @@ TEST_F(Csv, InferencesPerSecondHaveSixDecimals) {
 TEST_F(Csv, LibLoadNeedsAnEvent) {
   m_reader.m_libLoadTimestamp = 5;
   EXPECT_EQ(written(&OpenReader::writeLibLoadCsv), "");
-  m_reader.m_libLoadEvents = {node("x", 99, 2)};
+  m_reader.m_libLoadEvents = {bytes("x", 99)};
   EXPECT_EQ(written(&OpenReader::writeLibLoadCsv), "5,DLOPEN LATENCY,99,US,NETRUN,ROOT,null\n");
 }
 
 TEST_F(Csv, EventLinesListChildrenButNoGrandchildrenAndNoObjects) {
-  EXPECT_EQ(eventLines({node("o", 1, kObjectUnit, {node("c", 2, 4)}),
-                        node("a", 3, 6,
-                             {node("b", 4, 1000, {node("deep", 5)}), node("p", 6, kObjectUnit)})}),
-            "42,EXECUTE,2,COUNT,BACKEND,SUB-EVENT,c\n"
-            "42,EXECUTE,3,NONE,BACKEND,ROOT,a\n"
-            "42,EXECUTE,4,US,BACKEND,SUB-EVENT,b\n");
+  EXPECT_EQ(
+      eventLines({ofUnit(EventUnit::OBJECT, number("o", 1, {count("c", 2)})),
+                  ofUnit(EventUnit::NONE,
+                         number("a", 3,
+                                {ofUnit(EventUnit::BACKEND, number("b", 4, {cycles("deep", 5)})),
+                                 ofUnit(EventUnit::OBJECT, number("p", 6))}))}),
+      "42,EXECUTE,2,COUNT,BACKEND,SUB-EVENT,c\n"
+      "42,EXECUTE,3,NONE,BACKEND,ROOT,a\n"
+      "42,EXECUTE,4,US,BACKEND,SUB-EVENT,b\n");
 }
 
 TEST_F(Csv, NoEventsAreNoLines) { EXPECT_EQ(eventLines({}), ""); }
 
 TEST_F(Csv, ValuesOfOtherTypesAndCommasStandAsTheyAre) {
-  profiling::EventNode unknown = node("a,b", 1);
+  profiling::EventNode unknown = cycles("a,b", 1);
   unknown.dataType = profiling::EventDataType{0x0999};
-  profiling::EventNode truth = node("t", 1);
+  profiling::EventNode truth = cycles("t", 1);
   truth.dataType = profiling::EventDataType::BOOL_8;
   EXPECT_EQ(eventLines({unknown, truth}),
             "42,EXECUTE,,CYCLES,BACKEND,ROOT,a,b\n42,EXECUTE,1,CYCLES,BACKEND,ROOT,t\n");
 }
 
 TEST_F(Csv, TimeStampsArePlainInAStreamThatGroups) {
-  class Grouping : public std::numpunct<char> {
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-  };
   std::ostringstream stream;
-  stream.imbue(std::locale(std::locale(), new Grouping));
-  m_reader.writeEventsCsv(stream, {node("x", 1234567)}, 7654321, "EXECUTE");
+  stream.imbue(groupingLocale());
+  m_reader.writeEventsCsv(stream, {cycles("x", 1234567)}, 7654321, "EXECUTE");
   EXPECT_EQ(stream.str(), "7654321,EXECUTE,1234567,CYCLES,BACKEND,ROOT,x\n");
 }
 

@@ -13,12 +13,12 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
-std::string text(const std::vector<profiling::EventNode>& events) {
+std::string listed(const std::vector<profiling::EventNode>& events) {
   std::string text;
   for (const auto& event : events) {
     text += " " + event.identifier + "=" + std::to_string(event.value.uint64);
     if (!event.children.empty()) {
-      text += " {" + vyn::test::text(event.children) + " }";
+      text += " {" + listed(event.children) + " }";
     }
   }
   return text;
@@ -30,12 +30,12 @@ class ReplacedListings : public OpenReader {
   using OpenReader::OpenReader;
 
   void printEvents(std::ostream& stream, std::vector<profiling::EventNode> events) override {
-    stream << "printed:" << text(events) << " (" << 2.75 << ")\n";
+    stream << "printed:" << listed(events) << " (" << 2.75 << ")\n";
   }
 
   void writeEventsCsv(std::ostream& stream, std::vector<profiling::EventNode> events,
                       std::uint64_t timestamp, const std::string& message) override {
-    stream << "written: " << timestamp << " " << message << text(events) << " (" << 2.75 << ")\n";
+    stream << "written: " << timestamp << " " << message << listed(events) << " (" << 2.75 << ")\n";
   }
 };
 
@@ -173,7 +173,7 @@ TEST_F(ReplacedListingsTest, AreCalledWithoutEventsForDeInitAlone) {
 TEST_F(ReplacedListingsTest, AreHandedTheEventsOfTheBinaryWithoutInitEvents) {
   ReplacedListings reader(m_folder.add(
       "run.log",
-      logOf({chunkOf({message("4", 1, 2, "profilingEvents:[" + event("parse", 3) + "]")})})));
+      logWith({createFromBinary({.timestamp = 1, .duration = 2}, {number("parse", 3)})})));
   ASSERT_TRUE(reader.readInputFile(false));
   EXPECT_THAT(printed(reader), HasSubstr("    NetRun: 2 us\nprinted: parse=3 (3)\n"));
   EXPECT_THAT(written(), HasSubstr("1,INIT,2,US,NETRUN,ROOT,null\nwritten: 1 INIT parse=3 (3)\n"));

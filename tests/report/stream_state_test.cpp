@@ -4,9 +4,9 @@
 
 #include <sstream>
 
-#include "report/event_nodes.h"
 #include "report/every_step.h"
 #include "support/flush_recorder.h"
+#include "support/log_event.h"
 #include "support/open_reader.h"
 
 namespace vyn::test {
@@ -35,26 +35,26 @@ TEST_F(StreamState, LibraryLoadLeavesFourDecimals) {
   EXPECT_EQ(numberAfter(&OpenReader::printLibLoadStats), "1.23e+00");
   m_reader.m_hasLibLoad = true;
   EXPECT_EQ(numberAfter(&OpenReader::printLibLoadStats), "1.23e+00");
-  m_reader.m_libLoadEvents = {node("x", 1)};
+  m_reader.m_libLoadEvents = {cycles("x", 1)};
   EXPECT_EQ(numberAfter(&OpenReader::printLibLoadStats), "1.2346");
 }
 
 TEST_F(StreamState, InferencesPerSecondLeaveFourDecimals) {
-  m_reader.m_executeIpsEvents = {node("duration", 1), node("count", 1)};
+  m_reader.m_executeIpsEvents = {cycles("duration", 1), cycles("count", 1)};
   EXPECT_EQ(numberAfter(&OpenReader::printExecuteStatsOverall), "1.23e+00");
   m_reader.m_hasExecuteIps = true;
   EXPECT_EQ(numberAfter(&OpenReader::printExecuteStatsOverall), "1.2346");
 }
 
 TEST_F(StreamState, RowOfInferencesPerSecondLeavesSixDecimals) {
-  m_reader.m_executeIpsEvents = {node("duration", 1), node("count", 1)};
+  m_reader.m_executeIpsEvents = {cycles("duration", 1), cycles("count", 1)};
   EXPECT_EQ(numberAfter(&OpenReader::writeExecuteIpsCsv), "1.23e+00");
   m_reader.m_hasExecuteIps = true;
   EXPECT_EQ(numberAfter(&OpenReader::writeExecuteIpsCsv), "1.234568");
 }
 
 TEST_F(StreamState, OtherRowsAndBlocksLeaveItAlone) {
-  m_reader.m_libLoadEvents = {node("x", 1)};
+  m_reader.m_libLoadEvents = {cycles("x", 1)};
   EXPECT_EQ(numberAfter(&OpenReader::writeLibLoadCsv), "1.23e+00");
   EXPECT_EQ(numberAfter(&OpenReader::writeInitCsv), "1.23e+00");
   EXPECT_EQ(numberAfter(&OpenReader::writeDeInitCsv), "1.23e+00");
@@ -70,9 +70,9 @@ TEST_F(StreamState, EachLineOfAWholeListingIsFlushed) {
   FlushRecorder recorder;
   std::ostream stream(&recorder);
   reader.writeCsv(stream);
-  EXPECT_EQ(recorder.flushed().size(), 25U);
+  EXPECT_THAT(recorder.flushed(), testing::SizeIs(25));
   for (const std::string& line : recorder.flushed()) {
-    EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
+    EXPECT_THAT(line, testing::MatchesRegex("[^\n]*\n"));
   }
   EXPECT_EQ(recorder.unflushed(), "");
 }

@@ -2,9 +2,9 @@
 
 import os
 import shutil
-import subprocess
-import tempfile
 import unittest
+
+from support.programs import run, temp_folder
 
 SOURCE = os.environ["VYN_SOURCE_DIR"]
 BUILD = os.environ["VYN_BUILD_DIR"]
@@ -23,11 +23,10 @@ esac
 
 class ScriptTest(unittest.TestCase):
     def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.tree = f"{folder.name}/tree"
-        self.programs = f"{folder.name}/programs"
-        self.calls = f"{folder.name}/calls"
+        folder = self.enterContext(temp_folder())
+        self.tree = f"{folder}/tree"
+        self.programs = f"{folder}/programs"
+        self.calls = f"{folder}/calls"
         shutil.copytree(f"{SOURCE}/scripts", f"{self.tree}/scripts")
         os.mkdir(self.programs)
 
@@ -39,10 +38,8 @@ class ScriptTest(unittest.TestCase):
     def run_script(self, *words, path=os.environ["PATH"]):
         """The script's result, and the calls of stand-ins that it made."""
         open(self.calls, "w", encoding="utf-8").close()
-        result = subprocess.run([f"{self.tree}/scripts/{words[0]}", *words[1:]], text=True,
-                                check=False, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                env={**os.environ, "PATH": f"{self.programs}:{path}",
-                                     "CALLS": self.calls})
+        result = run(f"{self.tree}/scripts/{words[0]}", *words[1:], text=True, status=None,
+                     environment={"PATH": f"{self.programs}:{path}", "CALLS": self.calls})
         with open(self.calls, encoding="utf-8") as file:
             return result, file.read().splitlines()
 

@@ -20,13 +20,15 @@ std::string chunkBytes(const std::string& json) {
   return {bytes, parser.builder_.GetSize()};
 }
 
-std::string framed(const std::string& bytes) {
-  std::string chunk;
+std::string lengthBytes(std::size_t length) {
+  std::string bytes;
   for (unsigned shift = 0; shift < 32; shift += 8) {
-    chunk.push_back(static_cast<char>(bytes.size() >> shift & 0xFF));
+    bytes.push_back(static_cast<char>(length >> shift & 0xFF));
   }
-  return chunk + bytes;
+  return bytes;
 }
+
+std::string framed(const std::string& bytes) { return lengthBytes(bytes.size()) + bytes; }
 
 std::string logOf(std::initializer_list<std::string> chunks) {
   std::string log;

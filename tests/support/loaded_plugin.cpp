@@ -22,8 +22,9 @@ LoadedPlugin::LoadedPlugin(const std::string& path)
 
 LoadedPlugin::~LoadedPlugin() { dlclose(m_library); }
 
-LoadedPlugin::Reader LoadedPlugin::reader(const std::string& logPath, int level) const {
-  return {m_createReader(logPath, static_cast<profiling::VisibilityLevel>(level)), m_deleteReader};
+LoadedPlugin::Reader LoadedPlugin::reader(const std::string& logPath, int visibility) const {
+  return {m_createReader(logPath, static_cast<profiling::VisibilityLevel>(visibility)),
+          m_deleteReader};
 }
 
 }  // namespace vyn::test

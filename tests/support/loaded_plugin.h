@@ -18,7 +18,7 @@ class LoadedPlugin {
   LoadedPlugin(const LoadedPlugin&) = delete;
   LoadedPlugin& operator=(const LoadedPlugin&) = delete;
 
-  Reader reader(const std::string& logPath, int level = 127) const;
+  Reader reader(const std::string& logPath, int visibility = 127) const;
   profiling::DeleteReader* deleteReader() const { return m_deleteReader; }
 
  private:

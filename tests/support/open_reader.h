@@ -1,18 +1,20 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "core/vyn_profile_log_reader.h"
-#include "support/json_messages.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 
 namespace vyn::test {
 
-/// A base reader whose members tests can see and set.
+/// A summary reader whose members tests can see and set.
 class OpenReader : public profiling::VynProfileLogReader {
  public:
-  explicit OpenReader(const std::string& logPath = "run.log", int level = 127)
-      : VynProfileLogReader(logPath, static_cast<profiling::VisibilityLevel>(level)) {}
+  explicit OpenReader(const std::string& logPath = "run.log", int visibility = 127)
+      : VynProfileLogReader(logPath, static_cast<profiling::VisibilityLevel>(visibility)) {}
 
   using VynProfileLogReader::m_applyBinarySectionAverage;
   using VynProfileLogReader::m_applyBinarySectionGroups;
@@ -88,13 +90,35 @@ class OpenReader : public profiling::VynProfileLogReader {
   using VynProfileLogReader::writeObjectPayload;
 };
 
-/// The identifiers of events, with a blank after each.
-inline std::string names(const std::vector<profiling::EventNode>& events) {
-  std::string text;
-  for (const auto& node : events) {
-    text += node.identifier + " ";
+/// The identifiers of events.
+inline std::vector<std::string> namesOf(const std::vector<profiling::EventNode>& events) {
+  std::vector<std::string> names;
+  names.reserve(events.size());
+  for (const auto& event : events) {
+    names.push_back(event.identifier);
   }
-  return text;
+  return names;
+}
+
+/// The values of events that all carry unsigned ones.
+inline std::vector<std::uint64_t> valuesOf(const std::vector<profiling::EventNode>& events) {
+  std::vector<std::uint64_t> values;
+  values.reserve(events.size());
+  for (const auto& event : events) {
+    values.push_back(event.value.uint64);
+  }
+  return values;
+}
+
+/// The names of the graphs that figures or executions belong to.
+template <typename Groups>
+std::vector<std::string> graphsOf(const Groups& groups) {
+  std::vector<std::string> names;
+  names.reserve(groups.size());
+  for (const auto& group : groups) {
+    names.push_back(group.name);
+  }
+  return names;
 }
 
 }  // namespace vyn::test

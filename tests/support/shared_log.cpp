@@ -145,10 +145,7 @@ std::string logOfSharedFinalizeName(std::size_t count, std::size_t length) {
 std::string logOfDifferentOverlappingGraphNames(std::size_t count) {
   std::string stretch;
   for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t length = 4 * (count - 1 - i) + 300;
-    for (unsigned shift = 0; shift < 32; shift += 8) {
-      stretch.push_back(static_cast<char>(length >> shift & 0xFF));
-    }
+    stretch += lengthBytes(4 * (count - 1 - i) + 300);
   }
   Builder builder;
   const Text whole = builder.CreateString(stretch + std::string(300, 'g'));
@@ -166,9 +163,7 @@ std::string logOfOverlappingGraphNames(std::size_t count) {
   const std::size_t length = 1024 * count;
   std::string stretch;
   while (stretch.size() < length + 4 * (count + 2)) {
-    for (unsigned shift = 0; shift < 32; shift += 8) {
-      stretch.push_back(static_cast<char>(length >> shift & 0xFF));
-    }
+    stretch += lengthBytes(length);
   }
   Builder builder;
   const Text whole = builder.CreateString(stretch);

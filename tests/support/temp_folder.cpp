@@ -1,5 +1,6 @@
 #include "support/temp_folder.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -23,6 +24,15 @@ TempFolder::TempFolder() : m_path(makeFolder()) {}
 TempFolder::~TempFolder() {
   std::error_code ignored;
   std::filesystem::remove_all(m_path, ignored);
+}
+
+std::vector<std::string> TempFolder::files() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(m_path)) {
+    names.push_back(entry.path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
 }
 
 std::string TempFolder::add(const std::string& name, const std::string& bytes) const {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace vyn::test {
 
@@ -14,6 +15,8 @@ class TempFolder {
   TempFolder& operator=(const TempFolder&) = delete;
 
   std::string path(const std::string& name) const { return (m_path / name).string(); }
+  /// The names of what lies in the folder, sorted.
+  std::vector<std::string> files() const;
 
   /// Writes a file into the folder and returns its path.
   std::string add(const std::string& name, const std::string& bytes) const;

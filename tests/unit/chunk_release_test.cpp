@@ -7,15 +7,13 @@
 #include "core/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 #include "support/captured_output.h"
-#include "support/json_log.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 
 namespace vyn::profiling {
 namespace {
 
-const std::string kChunk =
-    "{header:{netRunVersion:\"2\"},messages:[{header:{},appMetrics:{},method:5},"
-    "{header:{},appMetrics:{},method:5}]}";
+const std::string kChunk = test::chunkOf({test::deInit(), test::deInit()}, "{netRunVersion:\"2\"}");
 
 template <typename Reader>
 class OpenChunk : public Reader {
@@ -48,18 +46,18 @@ void expectNothingIsKept(const std::string& log, bool expected) {
   EXPECT_FALSE(reader.processNextMessage());
 }
 
-TEST(ChunkRelease, AfterARead) {
+TEST(ChunkRelease, NothingIsHeldAfterARead) {
   expectNothingIsKept<VynProfileLogReader>(test::logOf({kChunk}), true);
   expectNothingIsKept<VynProfileLogReaderJSON>(test::logOf({kChunk}), true);
 }
 
-TEST(ChunkRelease, AfterAReadThatFailed) {
+TEST(ChunkRelease, NothingIsHeldAfterAReadThatFailed) {
   const std::string log = test::logOf({kChunk}) + test::framed("0123456789abcdef");
   expectNothingIsKept<VynProfileLogReader>(log, false);
   expectNothingIsKept<VynProfileLogReaderJSON>(log, false);
 }
 
-TEST(ChunkRelease, AfterAReadThatThrew) {
+TEST(ChunkRelease, NothingIsHeldAfterAReadThatThrew) {
   const test::TempFolder folder;
   FailingReader reader(folder.add("run.log", test::logOf({kChunk})), VisibilityLevel{127});
   EXPECT_THROW(reader.readInputFile(false), std::bad_alloc);

@@ -44,11 +44,11 @@ Offset<schema::Event> eventWith(FlatBufferBuilder& builder, Events subEvents) {
   return event.Finish();
 }
 
-// Events nested `levels` deep, each level naming its one sub-event vector `owners` times.
-FlatBufferBuilder nested(int levels, int owners) {
+// Events nested `depth` deep, at each depth naming their one sub-event vector `owners` times.
+FlatBufferBuilder nested(int depth, int owners) {
   FlatBufferBuilder builder;
   Events events;
-  for (int level = 0; level < levels; ++level) {
+  for (int i = 0; i < depth; ++i) {
     std::vector<Offset<schema::Event>> siblings;
     siblings.reserve(static_cast<std::size_t>(owners));
     for (int owner = 0; owner < owners; ++owner) {
@@ -63,22 +63,22 @@ FlatBufferBuilder nested(int levels, int owners) {
 constexpr std::size_t kSharingChunkSize = 8192;  // bytes
 
 // A small chunk that names exactly `tables` tables, most of them through sub-events that are shared
-// level upon level.
+// again and again.
 std::vector<std::uint8_t> withTables(std::uint64_t tables) {
   constexpr std::uint64_t kTablesAround = 4;  // the log, the message, its header and its metrics
-  constexpr int kLevels = 20;
+  constexpr int kDepth = 20;
   FlatBufferBuilder builder;
-  // The list of each level names one event twice, which has the list of the level below.
+  // Each list names one event twice, which has the list before it.
   std::vector<Events> lists{Events()};
-  for (int level = 1; level <= kLevels; ++level) {
+  for (int depth = 1; depth <= kDepth; ++depth) {
     const auto event = eventWith(builder, lists.back());
     lists.push_back(builder.CreateVector(std::vector{event, event}));
   }
   std::uint64_t missing = tables - kTablesAround;
   std::vector<Offset<schema::Event>> events;
-  for (int level = kLevels; level >= 0; --level) {
-    const auto event = eventWith(builder, lists[static_cast<std::size_t>(level)]);
-    const std::uint64_t count = (std::uint64_t{2} << level) - 1;  // with all that is below it
+  for (int depth = kDepth; depth >= 0; --depth) {
+    const auto event = eventWith(builder, lists[static_cast<std::size_t>(depth)]);
+    const std::uint64_t count = (std::uint64_t{2} << depth) - 1;  // with all that is below it
     for (; missing >= count; missing -= count) {
       events.push_back(event);
     }
@@ -135,8 +135,8 @@ TEST(ChunkVerifier, AcceptsTablesNested64Deep) {
   EXPECT_FALSE(isSound(nested(63, 1)));
 }
 
-TEST(ChunkVerifier, RefusesSubEventsSharedLevelUponLevelAtOnce) {
-  // Two owners at each of 62 levels: 2^62 tables, in some two thousand bytes.
+TEST(ChunkVerifier, RefusesSubEventsSharedAtEveryDepthAtOnce) {
+  // Two owners at each of 62 depths: 2^62 tables, in some two thousand bytes.
   const FlatBufferBuilder bomb = nested(62, 2);
   const std::clock_t start = std::clock();
   EXPECT_FALSE(isSound(bomb));

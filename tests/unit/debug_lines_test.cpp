@@ -9,7 +9,7 @@
 #include "core/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
 #include "support/captured_output.h"
-#include "support/json_log.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 
 namespace vyn::log {
@@ -42,9 +42,8 @@ std::string noMore(int messageCount) {
          std::to_string(messageCount) + ")\n";
 }
 
-const std::string kMessage = "{header:{},appMetrics:{},method:6}";
-const std::string kTwoMessages = "{messages:[" + kMessage + "," + kMessage + "]}";
-const std::string kHeaderAndMessage = "{header:{timestamp:1},messages:[" + kMessage + "]}";
+const std::string kTwoMessages = test::chunkOf({test::createContext(), test::createContext()});
+const std::string kHeaderAndMessage = test::chunkOf({test::createContext()}, "{timestamp:1}");
 
 template <typename Reader>
 class DebugLines : public testing::Test {

@@ -1,7 +1,7 @@
 // The log header: saved once, and told as text.
 
 #include <dlfcn.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <ctime>
@@ -10,6 +10,7 @@
 #include "core/vyn_profile_log_reader.h"
 #include "log/logger_registry.h"
 #include "support/captured_output.h"
+#include "support/foreign_locale.h"
 #include "support/json_log.h"
 #include "support/temp_folder.h"
 
@@ -29,6 +30,9 @@ extern "C" std::tm* localtime_r(const std::time_t* seconds, std::tm* calendar) n
 
 namespace vyn::profiling {
 namespace {
+
+using testing::HasSubstr;
+using testing::Not;
 
 using test::printedBy;
 
@@ -52,8 +56,8 @@ class HeaderDetails : public testing::Test {
   }
 
   // The details of a log of these chunks, as if it lay at /data/run.log.
-  std::string detailsOf(std::initializer_list<std::string> chunks, int level = 127) {
-    OpenReader reader(m_folder.add("run.log", test::logOf(chunks)), VisibilityLevel(level));
+  std::string detailsOf(std::initializer_list<std::string> chunks, int visibility = 127) {
+    OpenReader reader(m_folder.add("run.log", test::logOf(chunks)), VisibilityLevel(visibility));
     EXPECT_TRUE(reader.readInputFile(false));
     reader.m_inputLogFileLocation = "/data/run.log";
     return test::masked(reader.getHeaderDetails());
@@ -79,9 +83,8 @@ TEST_F(HeaderDetails, AreSevenLinesWithoutABackendVersion) {
 }
 
 TEST_F(HeaderDetails, EndWithTheBackendVersion) {
-  EXPECT_NE(detailsOf({"{header:{backendVersion:\"1.9\"}}"})
-                .find("vyn-profile-viewer <version>\nBackend            1.9\n"),
-            std::string::npos);
+  EXPECT_THAT(detailsOf({"{header:{backendVersion:\"1.9\"}}"}),
+              HasSubstr("vyn-profile-viewer <version>\nBackend            1.9\n"));
 }
 
 TEST_F(HeaderDetails, OfAHeaderWithoutFieldsAreZeros) {
@@ -95,13 +98,11 @@ TEST_F(HeaderDetails, OfAHeaderWithoutFieldsAreZeros) {
 }
 
 TEST_F(HeaderDetails, TimeBelowASecondIsTheFirstSecondOf1970) {
-  EXPECT_NE(detailsOf({"{header:{epochTime:999999}}"}).find("Thu Jan  1 00:00:00 1970\n"),
-            std::string::npos);
+  EXPECT_THAT(detailsOf({"{header:{epochTime:999999}}"}), HasSubstr("Thu Jan  1 00:00:00 1970\n"));
 }
 
 TEST_F(HeaderDetails, TimeScaleHasSixSignificantDigits) {
-  EXPECT_NE(detailsOf({"{header:{timeScale:0.123456789}}"}).find("Time Scale: 0.123457\n"),
-            std::string::npos);
+  EXPECT_THAT(detailsOf({"{header:{timeScale:0.123456789}}"}), HasSubstr("Time Scale: 0.123457\n"));
 }
 
 TEST_F(HeaderDetails, AreThoseOfTheFirstHeader) {
@@ -116,10 +117,9 @@ TEST_F(HeaderDetails, KeepTheZeroBytesOfVersionTexts) {
   using namespace std::string_literals;  // NOLINT(google-build-using-namespace)
   const std::string details = detailsOf(
       {"{header:{netRunVersion:\"2.0\\u0000net\",backendVersion:\"\\u00001.9\\u0000\"}}"});
-  EXPECT_NE(details.find("<version>\nvyn-net-run        2.0\0net\n"
-                         "Backend            \0"
-                         "1.9\0\n"s),
-            std::string::npos);
+  EXPECT_THAT(details, HasSubstr("<version>\nvyn-net-run        2.0\0net\n"
+                                 "Backend            \0"
+                                 "1.9\0\n"s));
 }
 
 TEST_F(HeaderDetails, KeepTheZeroBytesOfTheLogsName) {
@@ -145,8 +145,8 @@ TEST_F(HeaderDetails, YearThatHasNoTextGivesNothing) {
       test::printedBy([&] { details = detailsOf({"{header:{epochTime:18446744073709551615}}"}); });
   log::terminateLogging();
   EXPECT_EQ(details, "");
-  EXPECT_EQ(printed.find("vailable"), std::string::npos);
-  EXPECT_EQ(printed.find("ERROR"), std::string::npos);
+  EXPECT_THAT(printed, Not(HasSubstr("vailable")));
+  EXPECT_THAT(printed, Not(HasSubstr("ERROR")));
 }
 
 TEST_F(HeaderDetails, TimeWithoutACalendarFormIsLeftOut) {
@@ -163,15 +163,8 @@ TEST_F(HeaderDetails, TimeWithoutACalendarFormIsLeftOut) {
 }
 
 TEST_F(HeaderDetails, NumbersArePlainInAGroupingLocale) {
-  class Grouping : public std::numpunct<char> {
-    char do_thousands_sep() const override { return '.'; }
-    char do_decimal_point() const override { return ','; }
-    std::string do_grouping() const override { return "\3"; }
-  };
-  const std::locale previous = std::locale::global(std::locale(std::locale(), new Grouping));
-  const std::string details = detailsOf({kExample});
-  std::locale::global(previous);
-  EXPECT_EQ(details, kExampleDetails);
+  const test::GlobalGroupingLocale grouping;
+  EXPECT_EQ(detailsOf({kExample}), kExampleDetails);
 }
 
 class HeaderLog : public HeaderDetails {
@@ -183,19 +176,19 @@ class HeaderLog : public HeaderDetails {
   void TearDown() override { log::terminateLogging(); }
 };
 
-TEST_F(HeaderLog, DetailsBeforeAnyHeader) {
+TEST_F(HeaderLog, SaysThatThereAreNoDetailsBeforeAnyHeader) {
   OpenReader reader("run.log", VisibilityLevel{1});
   EXPECT_EQ(printedBy([&] { EXPECT_EQ(reader.getHeaderDetails(), ""); }),
             "<ms> [ DEBUG ] Header details unavailable.\n");
 }
 
-TEST_F(HeaderLog, SavingWithoutAHeader) {
+TEST_F(HeaderLog, SaysThatThereIsNoHeaderToSave) {
   OpenReader reader("run.log", VisibilityLevel{1});
   EXPECT_EQ(printedBy([&] { reader.saveHeader(); }), "<ms> [ DEBUG ] hdr is nullptr\n");
   EXPECT_FALSE(reader.m_headerSaved);
 }
 
-TEST_F(HeaderLog, SavingTwice) {
+TEST_F(HeaderLog, SaysThatAHeaderWasSavedAlready) {
   OpenReader reader(m_folder.add("run.log", test::logOf({kExample})), VisibilityLevel{1});
   printedBy([&] { ASSERT_TRUE(reader.readInputFile(false)); });
   EXPECT_EQ(printedBy([&] { reader.saveHeader(); }),

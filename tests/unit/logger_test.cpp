@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <clocale>
-#include <cstdlib>
 #include <ctime>
 #include <stdexcept>
 #include <vector>
@@ -12,7 +11,7 @@
 #include "log/logger_registry.h"
 #include "log/platform_utilities.h"
 #include "support/captured_output.h"
-#include "support/temp_folder.h"
+#include "support/foreign_locale.h"
 
 namespace vyn::log {
 namespace {
@@ -76,15 +75,9 @@ TEST(DefaultLogCallback, LongestTimeStillFits) {
 }
 
 TEST(DefaultLogCallback, WritesAPointWhateverTheLocale) {
-  const test::TempFolder folder;
-  const std::string made = "localedef -i de_DE -f UTF-8 '" + folder.path("de_DE.UTF-8") + "'";
-  ASSERT_EQ(std::system(made.c_str()), 0);
-  setenv("LOCPATH", folder.path("").c_str(), 1);
-  ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr);
+  const test::GermanLocale german;
   EXPECT_EQ(rawPrintedBy(1, 12340000, "x"), "    12.3ms [ ERROR ] x\n");
   EXPECT_STREQ(std::localeconv()->decimal_point, ",");  // the host's own locale is back
-  std::setlocale(LC_ALL, "C");
-  unsetenv("LOCPATH");
 }
 
 class LoggerLevels : public testing::Test {

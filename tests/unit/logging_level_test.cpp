@@ -56,7 +56,7 @@ TEST_F(LoggingLevel, AnEmptyOutputNameStartsItToo) {
   EXPECT_EQ(log::getMaxLogLevel(), 1);
 }
 
-TEST_F(LoggingLevel, TheBaseReaderLeavesItAlone) {
+TEST_F(LoggingLevel, TheSummaryReaderLeavesItAlone) {
   VynProfileLogReader reader(m_log, VisibilityLevel{127});
   printedBy([&] {
     EXPECT_TRUE(reader.readInputFile(false));

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
@@ -17,6 +16,7 @@
 #include "json/json_document.h"
 #include "log/logger_registry.h"
 #include "support/loaded_plugin.h"
+#include "support/run_program.h"
 
 namespace {
 
@@ -93,19 +93,14 @@ void expectOrder(const void* document, const void* registry) {
 
 // Where the plug-in has an object, by its name in the symbol table.
 const void* objectOfPlugin(const std::string& name) {
-  const std::string command = "nm --demangle '" VYN_JSON_PLUGIN "'";
-  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-  std::string symbols;
-  for (int character = fgetc(pipe.get()); character != EOF; character = fgetc(pipe.get())) {
-    symbols.push_back(static_cast<char>(character));
-  }
   void* const plugin = dlopen(VYN_JSON_PLUGIN, RTLD_NOW | RTLD_NOLOAD);
   Dl_info place{};
   if (plugin == nullptr || dladdr(dlsym(plugin, "createReader"), &place) == 0) {
     throw std::runtime_error("the plug-in is not loaded");
   }
   dlclose(plugin);
-  std::istringstream lines(symbols);
+  std::istringstream lines(
+      test::runProgram({.words = {"nm", "--demangle", VYN_JSON_PLUGIN}}).output);
   for (std::string line; std::getline(lines, line);) {
     if (line.ends_with(" " + name)) {
       return static_cast<const char*>(place.dli_fbase) + std::stoull(line, nullptr, 16);

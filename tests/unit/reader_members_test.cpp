@@ -93,9 +93,11 @@ class NewReader : public VynProfileLogReaderJSON {
       EXPECT_FALSE(flag);
     }
     EXPECT_EQ(m_flatBufferReader.header(), nullptr);
-    EXPECT_TRUE(m_netRunVersion.empty() && m_backendVersion.empty());
+    EXPECT_EQ(m_netRunVersion, "");
+    EXPECT_EQ(m_backendVersion, "");
     EXPECT_TRUE(m_eventStrings.empty());
-    EXPECT_TRUE(m_jsonRoot.IsObject() && m_jsonRoot.ObjectEmpty());
+    ASSERT_TRUE(m_jsonRoot.IsObject());
+    EXPECT_TRUE(m_jsonRoot.ObjectEmpty());
   }
 
   void expectEmptyStores() const {
@@ -108,8 +110,11 @@ class NewReader : public VynProfileLogReaderJSON {
           &m_applyBinarySectionAverage, &m_applyBinarySectionMax, &m_applyBinarySectionMin}) {
       EXPECT_TRUE(groups->empty());
     }
-    EXPECT_TRUE(m_executeGroups.empty() && m_applyBinarySectionGroups.empty());
-    EXPECT_TRUE(m_queueWaitSeries.empty() && m_queueWaitMax.empty() && m_queueWaitMin.empty());
+    EXPECT_TRUE(m_executeGroups.empty());
+    EXPECT_TRUE(m_applyBinarySectionGroups.empty());
+    EXPECT_TRUE(m_queueWaitSeries.empty());
+    EXPECT_TRUE(m_queueWaitMax.empty());
+    EXPECT_TRUE(m_queueWaitMin.empty());
   }
 };
 

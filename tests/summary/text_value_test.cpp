@@ -1,38 +1,37 @@
 // Events whose value is a text, where a number is asked for.
 
-#include "base/base_fixture.h"
+#include <tuple>
+
 #include "input/statistics.h"
+#include "summary/summary_fixture.h"
 
 namespace vyn::test {
 namespace {
 
 using profiling::EventDataType;
 using profiling::EventNode;
+using testing::ElementsAre;
+using testing::SizeIs;
 
-class TextValues : public BaseReader {
+class TextValues : public SummaryReaderTest {
  protected:
-  std::vector<EventNode> meanOf(const std::string& first, const std::string& second) {
-    m_reader = read({execution(first), execution(second)});
+  // The mean events of two executions with one event each.
+  std::vector<EventNode> meanOf(const Event& first, const Event& second) {
+    m_reader = read(
+        {execute("net", {.duration = 10}, {first}), execute("net", {.duration = 10}, {second})});
     return averageEventsOf(m_reader->m_executeGroups.at(0), profiling::Payloads::kKept);
   }
 
-  static std::string execution(const std::string& event, const std::string& method = "1") {
-    return message(method, 1, 10, "graphName:\"A\",profilingEvents:[" + event + "]");
-  }
-
-  static std::string text(const std::string& rest = "") {
-    return "{identifier:\"x\",valueType:6,stringValue:\"some text\"" + rest + "}";
-  }
-
+  const Event m_text = text("conv", "some text");
   std::unique_ptr<OpenReader> m_reader;
 };
 
 TEST_F(TextValues, CountAsZeroInAMean) {
   for (const auto& [first, second, value] :
-       {std::tuple(text(), text(), 0U), std::tuple(text(), event("x", 8), 4U),
-        std::tuple(event("x", 6), text(), 3U)}) {
+       {std::tuple(m_text, m_text, 0U),  //
+        std::tuple(m_text, number("conv", 8), 4U), std::tuple(number("conv", 6), m_text, 3U)}) {
     const auto mean = meanOf(first, second);
-    ASSERT_EQ(mean.size(), 1U);
+    ASSERT_THAT(mean, SizeIs(1));
     EXPECT_EQ(mean[0].dataType, EventDataType::UINT_64);
     EXPECT_EQ(mean[0].value.uint64, value);
     EXPECT_EQ(mean[0].count, 2U);
@@ -40,14 +39,15 @@ TEST_F(TextValues, CountAsZeroInAMean) {
 }
 
 TEST_F(TextValues, StayTextsWhenTheyJoinNothing) {
-  const auto mean = meanOf(text(), event("y", 1));
+  const auto mean = meanOf(m_text, number("pool", 1));
   EXPECT_EQ(mean[0].dataType, EventDataType::STRING);
   EXPECT_STREQ(mean[0].value.text, "some text");
 }
 
 TEST_F(TextValues, AreAQueueWaitOfZero) {
-  const auto reader = read({execution(text(",type:405"), "3")});
-  EXPECT_EQ(reader->m_queueWaitSeries.at(0).values, std::vector<std::uint64_t>{0});
+  const auto reader = read(
+      {executeAsync("net", {.duration = 10}, {ofType(EventType::EXECUTE_QUEUE_WAIT, m_text)})});
+  EXPECT_THAT(reader->m_queueWaitSeries.at(0).values, ElementsAre(0));
   EXPECT_EQ(reader->m_queueWaitMax.at(0).value, 0U);
   EXPECT_EQ(reader->m_queueWaitMin.at(0).value, 0U);
 }

@@ -1,4 +1,4 @@
-// Summary and listing of the base reader's plug-in, by what a host sees of them.
+// Summary and listing of the summary reader's plug-in, by what a host sees of them.
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -6,11 +6,10 @@
 
 #include <iostream>
 
-#include "report/event_nodes.h"
 #include "support/captured_output.h"
 #include "support/flush_recorder.h"
-#include "support/json_messages.h"
 #include "support/loaded_plugin.h"
+#include "support/log_message.h"
 #include "support/temp_folder.h"
 
 namespace vyn::test {
@@ -20,6 +19,7 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 /// Appends standard output to a file while it lives.
 class AppendedStandardOutput {
@@ -45,14 +45,14 @@ class AppendedStandardOutput {
 
 class SummaryPlugin : public testing::Test {
  protected:
-  LoadedPlugin::Reader read(std::initializer_list<std::string> messages) {
-    auto reader = m_plugin.reader(m_folder.add("run.log", logOf({chunkOf(messages)})));
+  LoadedPlugin::Reader read(const std::vector<Message>& messages) {
+    auto reader = m_plugin.reader(m_folder.add("run.log", logWith(messages)));
     EXPECT_TRUE(reader->readInputFile(false));
     return reader;
   }
 
   /// Writes both outputs of a log of these messages.
-  void write(std::initializer_list<std::string> messages) {
+  void write(const std::vector<Message>& messages) {
     const auto reader = read(messages);
     const std::string path = m_folder.path("out.csv");
     std::filesystem::remove(path);
@@ -61,40 +61,43 @@ class SummaryPlugin : public testing::Test {
   }
 
   TempFolder m_folder;
-  LoadedPlugin m_plugin{VYN_BASE_PLUGIN};
+  LoadedPlugin m_plugin{VYN_SUMMARY_PLUGIN};
   std::string m_summary;
   std::string m_listing;
 };
 
-std::string events(const std::string& list) { return "profilingEvents:[" + list + "]"; }
-
 TEST_F(SummaryPlugin, InitCountsAFinalizeStepWhoseEventsAreAllOfInit) {
-  write({message("6", 11, 5), message("7", 12, 6),
-         message("2", 13, 7, "graphName:\"net\"," + events(event("load", 1, "type:100")))});
+  write({createContext({.timestamp = 11, .duration = 5}),
+         composeGraphs({.timestamp = 12, .duration = 6}),
+         finalize("net", {.timestamp = 13, .duration = 7}, {initEvent("load", 1)})});
   EXPECT_THAT(m_summary, HasSubstr("Init Stats:\n-----------\n    NetRun: 11 us\n"));
   EXPECT_THAT(m_listing, HasSubstr("\n11,INIT,11,US,NETRUN,ROOT,null\n"));
 }
 
 TEST_F(SummaryPlugin, InitDoesNotCountTheFinalizeEventsOfAComponent) {
-  write({message("6", 11, 5), message("7", 12, 6),
-         message("9", 13, 7, "graphName:\"net\"," + events(event("f", 1, "type:300")))});
+  write({createContext({.timestamp = 11, .duration = 5}),
+         composeGraphs({.timestamp = 12, .duration = 6}),
+         graphComponent("net", {.timestamp = 13, .duration = 7}, {finalizeEvent("fuse", 1)})});
   EXPECT_THAT(m_summary, HasSubstr("Init Stats:\n-----------\n    NetRun: 0 us\n"));
   EXPECT_THAT(m_listing, HasSubstr("\n0,INIT,0,US,NETRUN,ROOT,null\n"));
 }
 
 TEST_F(SummaryPlugin, InitWithoutTimeOrBinaryKeepsTheTimeStampOfTheContext) {
-  write({message("6", 11, 0), message("7", 12, 0), message("2", 13, 0, "graphName:\"net\"")});
+  write({createContext({.timestamp = 11}), composeGraphs({.timestamp = 12}),
+         finalize("net", {.timestamp = 13})});
   EXPECT_THAT(m_listing, HasSubstr("\n11,INIT,0,US,NETRUN,ROOT,null\n"));
 }
 
 TEST_F(SummaryPlugin, InitOfTheBinaryBringsItsTimeStampWhenAllElseTookNoTime) {
-  write({message("6", 11, 0), message("2", 13, 0, "graphName:\"net\""), message("4", 15, 100)});
+  write({createContext({.timestamp = 11}), finalize("net", {.timestamp = 13}),
+         createFromBinary({.timestamp = 15, .duration = 100})});
   EXPECT_THAT(m_listing, HasSubstr("\n15,INIT,100,US,NETRUN,ROOT,null\n"));
 }
 
 TEST_F(SummaryPlugin, AppliedBinarySectionsAreTheLastRows) {
-  write({message("11", 1, 2, "graphName:\"net\""), message("10", 3, 4, events(event("x", 5))),
-         message("8", 6, 7, events(event("duration", 2) + "," + event("count", 1)))});
+  write({applyBinarySection("net", {.timestamp = 1, .duration = 2}),
+         loadLibrary({.timestamp = 3, .duration = 4}, {number("open", 5)}),
+         executeIps({.timestamp = 6, .duration = 7}, {number("duration", 2), number("count", 1)})});
   EXPECT_THAT(m_listing, EndsWith("\n6,EXECUTE IPS,500000.000000,INF/SEC,NETRUN,ROOT,null\n"
                                   "3,DLOPEN LATENCY,5,US,NETRUN,ROOT,null\n"
                                   "1,APPLY BINARY SECTION,2,US,NETRUN,ROOT,Graph 0: net\n"));
@@ -103,48 +106,46 @@ TEST_F(SummaryPlugin, AppliedBinarySectionsAreTheLastRows) {
 TEST_F(SummaryPlugin, ListingIsWrittenBeforeTheSummary) {
   // So long that no buffer holds back the part of the summary that follows the name.
   const std::string name(100000, 'x');
-  const auto reader =
-      read({message("5", 1, 2, events(event(name, 3))), message("11", 4, 5, "graphName:\"net\"")});
+  const auto reader = read({deInit({.timestamp = 1, .duration = 2}, {number(name, 3)}),
+                            applyBinarySection("net", {.timestamp = 4, .duration = 5})});
   const std::string path = m_folder.path("both");
   {
     const AppendedStandardOutput output(path);
     EXPECT_TRUE(reader->generateOutput(path));
   }
   const std::string both = readFile(path);
-  EXPECT_EQ(both.find("input log file location, "), 0U);
-  const std::size_t lastRow = both.find(",APPLY BINARY SECTION,5,US,NETRUN,ROOT,Graph 0: net\n");
-  ASSERT_NE(lastRow, std::string::npos);
   const std::size_t summary = both.find("Vyn Init/Prepare");
-  ASSERT_NE(summary, std::string::npos);
-  EXPECT_LT(lastRow, summary);
-  EXPECT_THAT(both, HasSubstr("    Backend (" + name + "): 3 us\n"));
+  EXPECT_THAT(both, StartsWith("input log file location, "));
+  EXPECT_THAT(both.substr(0, summary),
+              HasSubstr(",APPLY BINARY SECTION,5,US,NETRUN,ROOT,Graph 0: net\n"));
+  EXPECT_THAT(both.substr(summary), HasSubstr("    Backend (" + name + "): 3 us\n"));
 }
 
 TEST_F(SummaryPlugin, GraphNamesWithAZeroByteAreShownWhole) {
-  write({message("1", 1, 2, R"(graphName:"net\u0000A")")});
   const std::string name("net\0A", 5);
+  write({execute(name, {.timestamp = 1, .duration = 2})});
   EXPECT_THAT(m_summary, HasSubstr("Graph 0 (" + name + "):\n"));
   EXPECT_THAT(m_listing, HasSubstr(",ROOT,Graph 0: " + name + "\n"));
 }
 
 /// The events of a run of inferences, and the rate that the summary shows.
 struct Rate {
-  std::string events;
+  Events events;
   std::string shown;
 };
 
 class Rates : public SummaryPlugin, public testing::WithParamInterface<Rate> {};
 
 TEST_P(Rates, AreShownWithFourDecimalsAndListedWithSix) {
-  write({message("8", 7, 9, events(GetParam().events))});
+  write({executeIps({.timestamp = 7}, GetParam().events)});
   EXPECT_THAT(m_summary, HasSubstr("    NetRun IPS (includes IO and misc. time): " +
                                    GetParam().shown + " inf/sec \n\n"));
   EXPECT_THAT(m_listing,
               HasSubstr("\n7,EXECUTE IPS," + GetParam().shown + "00,INF/SEC,NETRUN,ROOT,null\n"));
 }
 
-std::string run(const std::string& first, std::uint64_t firstValue, std::uint64_t secondValue) {
-  return event(first, firstValue) + "," + event("b", secondValue);
+Events run(const std::string& first, std::uint64_t firstValue, std::uint64_t secondValue) {
+  return {number(first, firstValue), number("b", secondValue)};
 }
 
 INSTANTIATE_TEST_SUITE_P(DurationIsFoundByTheExactName, Rates,
@@ -156,17 +157,19 @@ INSTANTIATE_TEST_SUITE_P(DurationIsFoundByTheExactName, Rates,
                                          Rate{run(" duration", 100, 2000000), "50.0000"},
                                          Rate{run("duration ", 100, 2000000), "50.0000"},
                                          Rate{run("the duration", 100, 2000000), "50.0000"},
-                                         Rate{run(R"(duration\u0000x)", 100, 2000000), "50.0000"},
+                                         Rate{run(std::string("duration\0x", 10), 100, 2000000),
+                                              "50.0000"},
                                          Rate{run("", 100, 2000000), "50.0000"}));
 
 INSTANTIATE_TEST_SUITE_P(
     OnlyTwoEventsCount, Rates,
-    testing::Values(Rate{run("a", 100, 2000000) + "," + event("duration", 1), "50.0000"},
-                    Rate{run("duration", 2000000, 100) + "," + event("count", 7), "50.0000"},
-                    Rate{event("a", 100) + "," + event("duration", 2000000) + "," +
-                             event("duration", 1) + "," + event("duration", 2),
-                         "50.0000"},
-                    Rate{event("duration", 2000000) + "," + event("duration", 100), "50.0000"}));
+    testing::Values(
+        Rate{{number("a", 100), number("b", 2000000), number("duration", 1)}, "50.0000"},
+        Rate{{number("duration", 2000000), number("b", 100), number("count", 7)}, "50.0000"},
+        Rate{{number("a", 100), number("duration", 2000000), number("duration", 1),
+              number("duration", 2)},
+             "50.0000"},
+        Rate{{number("duration", 2000000), number("duration", 100)}, "50.0000"}));
 
 // In double precision the rates would be 4652371.7929, 16777217000000 and 33333333.3333.
 INSTANTIATE_TEST_SUITE_P(AreOfSinglePrecision, Rates,
@@ -175,22 +178,22 @@ INSTANTIATE_TEST_SUITE_P(AreOfSinglePrecision, Rates,
                                          Rate{run("duration", 1, 16777217), "16777216000000.0000"},
                                          Rate{run("duration", 3, 100), "33333334.0000"}));
 
-INSTANTIATE_TEST_SUITE_P(ValuesAreUnsignedWords, Rates,
-                         testing::Values(Rate{run("duration", 0, 5), "0.0000"},
-                                         Rate{run("a", 5, 0), "0.0000"},
-                                         Rate{event("duration", 1) + ",{valueType:1,int64Value:-1}",
-                                              "18446744073709551616000000.0000"}));
+INSTANTIATE_TEST_SUITE_P(
+    ValuesAreUnsignedWords, Rates,
+    testing::Values(Rate{run("duration", 0, 5), "0.0000"}, Rate{run("a", 5, 0), "0.0000"},
+                    Rate{{number("duration", 1), Event{.value = std::int64_t{-1}}},
+                         "18446744073709551616000000.0000"}));
 
 /// The events of a library load, and the latency.
 struct Latency {
-  std::string events;
+  Events events;
   std::string shown;
 };
 
 class Latencies : public SummaryPlugin, public testing::WithParamInterface<Latency> {};
 
 TEST_P(Latencies, AreTheFirstWordAsAnUnsignedNumber) {
-  write({message("10", 7, 9, events(GetParam().events))});
+  write({loadLibrary({.timestamp = 7, .duration = 9}, GetParam().events)});
   EXPECT_THAT(m_summary, HasSubstr("Dynamic Lib Load Stats:\n------------------------\n"
                                    "    Backend Latency: " +
                                    GetParam().shown + " us\n\n"));
@@ -200,18 +203,18 @@ TEST_P(Latencies, AreTheFirstWordAsAnUnsignedNumber) {
 
 INSTANTIATE_TEST_SUITE_P(
     OfEachType, Latencies,
-    testing::Values(Latency{event("x", 340), "340"},
-                    Latency{event("x", 340) + "," + event("y", 5), "340"},
-                    Latency{event("x", 340, "unit:3,subEvents:[" + event("y", 5) + "]"), "340"},
-                    Latency{event("x", 18446744073709551615U), "18446744073709551615"},
-                    Latency{"{valueType:1,int64Value:-1}", "18446744073709551615"},
-                    Latency{"{valueType:3,floatValue:1.5}", "1069547520"},  // 0x3FC00000
-                    Latency{"{valueType:5,doubleValue:1.5}", "4609434218613702656"},
-                    Latency{"{valueType:5,doubleValue:-2.0}", "13835058055282163712"},
-                    Latency{"{valueType:4,rawData:[1,2]}", "0"}, Latency{"{}", "0"}));
+    testing::Values(Latency{{number("x", 340)}, "340"},
+                    Latency{{number("x", 340), number("y", 5)}, "340"},
+                    Latency{{cycles("x", 340, {number("y", 5)})}, "340"},
+                    Latency{{number("x", UINT64_MAX)}, "18446744073709551615"},
+                    Latency{{Event{.value = std::int64_t{-1}}}, "18446744073709551615"},
+                    Latency{{Event{.value = 1.5F}}, "1069547520"},  // 0x3FC00000
+                    Latency{{Event{.value = 1.5}}, "4609434218613702656"},
+                    Latency{{Event{.value = -2.0}}, "13835058055282163712"},
+                    Latency{{Event{.value = Event::Bytes{1, 2}}}, "0"}, Latency{{Event{}}, "0"}));
 
 TEST_F(SummaryPlugin, LibraryLoadWithoutEventsHasNoLatency) {
-  write({message("10", 7, 9)});
+  write({loadLibrary({.timestamp = 7, .duration = 9})});
   EXPECT_THAT(m_summary, Not(HasSubstr("Dynamic Lib Load")));
   EXPECT_THAT(m_listing, Not(HasSubstr("DLOPEN")));
 }
@@ -225,7 +228,8 @@ class Listings : public SummaryPlugin {
 };
 
 TEST_F(Listings, EachConsoleLineIsFlushed) {
-  m_reader->printEvents(m_stream, {node("a", 1, 3, {node("b", 2), node("c", 3, 2)}), node("d", 4)});
+  m_reader->printEvents(m_stream,
+                        {cycles("a", 1, {cycles("b", 2), bytes("c", 3)}), cycles("d", 4)});
   EXPECT_THAT(m_recorder.flushed(),
               ElementsAre("    Backend (a): 1 cycles\n", "        b: 2 cycles\n",
                           "        c: 3 bytes\n", "    Backend (d): 4 cycles\n"));
@@ -233,8 +237,7 @@ TEST_F(Listings, EachConsoleLineIsFlushed) {
 }
 
 TEST_F(Listings, EachCsvLineIsFlushed) {
-  m_reader->writeEventsCsv(m_stream, {node("a", 1, 3, {node("b", 2)}), node("c", 3, 2)}, 42,
-                           "STEP");
+  m_reader->writeEventsCsv(m_stream, {cycles("a", 1, {cycles("b", 2)}), bytes("c", 3)}, 42, "STEP");
   EXPECT_THAT(m_recorder.flushed(), ElementsAre("42,STEP,1,CYCLES,BACKEND,ROOT,a\n",
                                                 "42,STEP,2,CYCLES,BACKEND,SUB-EVENT,b\n",
                                                 "42,STEP,3,BYTES,BACKEND,ROOT,c\n"));
@@ -242,7 +245,7 @@ TEST_F(Listings, EachCsvLineIsFlushed) {
 }
 
 TEST_F(Listings, TimeStampsAndKeywordsStandAsTheyAreGiven) {
-  m_reader->writeEventsCsv(m_stream, {node("a", 1)}, 18446744073709551615U, "A,\"b\" ");
+  m_reader->writeEventsCsv(m_stream, {cycles("a", 1)}, 18446744073709551615U, "A,\"b\" ");
   EXPECT_THAT(m_recorder.flushed(),
               ElementsAre("18446744073709551615,A,\"b\" ,1,CYCLES,BACKEND,ROOT,a\n"));
 }
@@ -250,8 +253,8 @@ TEST_F(Listings, TimeStampsAndKeywordsStandAsTheyAreGiven) {
 TEST_F(Listings, IdentifiersWithAZeroByteAreShownWhole) {
   const std::string parent("a\0b", 3);
   const std::string child("c\0d", 3);
-  m_reader->printEvents(m_stream, {node(parent, 1, 3, {node(child, 2)})});
-  m_reader->writeEventsCsv(m_stream, {node(parent, 1, 3, {node(child, 2)})}, 5, "STEP");
+  m_reader->printEvents(m_stream, {cycles(parent, 1, {cycles(child, 2)})});
+  m_reader->writeEventsCsv(m_stream, {cycles(parent, 1, {cycles(child, 2)})}, 5, "STEP");
   EXPECT_THAT(
       m_recorder.flushed(),
       ElementsAre("    Backend (" + parent + "): 1 cycles\n", "        " + child + ": 2 cycles\n",

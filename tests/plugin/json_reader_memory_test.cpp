@@ -73,13 +73,12 @@ const std::string kText(300, 't');
 // Version texts of different lengths move the metadata's objects over the border of the pool's
 // first 64 KiB.
 std::string logWithVersion(std::size_t length) {
-  return logOf(
-      {"{header:{netRunVersion:\"" + std::string(length, 'v') +
-           "\",backendVersion:\"1\",version:{major:1}},messages:[{method:5,header:{},appMetrics:{"
-           "startMem:1},profilingEvents:[{identifier:\"" +
-           kText + "\",subEvents:[{identifier:\"an identifier of a sub-event\"}]}]}]}",
-       "{messages:[{method:5,header:{sequenceNumber:2},appMetrics:{}},{method:5,header:{},"
-       "appMetrics:{}}]}"});
+  const std::string header =
+      "{netRunVersion:\"" + std::string(length, 'v') + "\",backendVersion:\"1\",version:{major:1}}";
+  const Event event{.identifier = kText,
+                    .subEvents = {{.identifier = "an identifier of a sub-event"}}};
+  return logOf({chunkOf({deInit({.duration = 1}, {event})}, header),
+                chunkOf({{.method = MethodType::BACKEND_DEINIT, .sequenceNumber = 2}, deInit()})});
 }
 
 // Calls `attempt` with ever more allocations until it fails no more. Returns how often it failed.

@@ -1,12 +1,15 @@
-// What the base reader says and keeps when a log cannot be read.
+// What the summary reader says and keeps when a log cannot be read.
 
-#include "base/base_fixture.h"
 #include "log/logger_registry.h"
+#include "summary/summary_fixture.h"
 
 namespace vyn::test {
 namespace {
 
-class ReadFailure : public testing::Test {
+using testing::HasSubstr;
+using testing::Not;
+
+class LogReading : public testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(log::initializeLogging(nullptr, 1)); }
   void TearDown() override { log::terminateLogging(); }
@@ -14,14 +17,14 @@ class ReadFailure : public testing::Test {
   TempFolder m_folder;
 };
 
-TEST_F(ReadFailure, MissingLog) {
+TEST_F(LogReading, NamesAMissingLog) {
   OpenReader reader(m_folder.path("missing.log"));
   EXPECT_EQ(printedBy([&] { EXPECT_FALSE(reader.readInputFile(false)); }),
             "<ms> [ ERROR ] Invalid or nonexistent file: " + m_folder.path("missing.log") + "\n");
 }
 
-TEST_F(ReadFailure, CorruptSecondChunkLeavesTheFirstOnesMessages) {
-  const std::string good = logOf({chunkOf({message("5", 1, 7)})});
+TEST_F(LogReading, KeepsTheMessagesBeforeACorruptChunk) {
+  const std::string good = logWith({deInit({.duration = 7})});
   OpenReader reader(m_folder.add("run.log", good + framed("0123456789abcdef")));
   EXPECT_EQ(printedBy([&] { EXPECT_FALSE(reader.readInputFile(true)); }),
             "<ms> [ ERROR ] Corrupted flatbuffer binary stream\n");
@@ -29,24 +32,24 @@ TEST_F(ReadFailure, CorruptSecondChunkLeavesTheFirstOnesMessages) {
   EXPECT_FALSE(reader.m_writeObjectPayloads);
 }
 
-TEST_F(ReadFailure, EmptyLogIsNone) {
+TEST_F(LogReading, TakesAnEmptyLogForSound) {
   OpenReader reader(m_folder.add("run.log", ""));
   EXPECT_TRUE(reader.readInputFile(true));
   EXPECT_TRUE(reader.m_writeObjectPayloads);
 }
 
-TEST_F(ReadFailure, PartOfALengthAtTheEndIsNone) {
+TEST_F(LogReading, TakesPartOfALengthForTheEnd) {
   for (std::size_t rest = 1; rest <= 3; ++rest) {
-    OpenReader reader(m_folder.add(
-        "run.log", logOf({chunkOf({message("5", 1, 7)})}) + std::string(rest, '\x01')));
+    OpenReader reader(
+        m_folder.add("run.log", logWith({deInit({.duration = 7})}) + std::string(rest, '\x01')));
     EXPECT_TRUE(reader.readInputFile(false));
     EXPECT_EQ(reader.m_deInitTime, 7U);
   }
 }
 
-TEST_F(ReadFailure, ChunkWithoutHeaderAndMessagesIsPassedOver) {
+TEST_F(LogReading, PassesOverAChunkWithoutHeaderAndMessages) {
   ASSERT_TRUE(log::initializeLogging(nullptr, 5));
-  OpenReader reader(m_folder.add("run.log", logOf({"{}", chunkOf({message("5", 1, 7)})})));
+  OpenReader reader(m_folder.add("run.log", logOf({"{}", chunkOf({deInit({.duration = 7})})})));
   const std::string printed = printedBy([&] { EXPECT_TRUE(reader.readInputFile(false)); });
   log::terminateLogging();
   const std::string noHeader = "<ms> [ DEBUG ] hdr is nullptr\n";
@@ -57,14 +60,14 @@ TEST_F(ReadFailure, ChunkWithoutHeaderAndMessagesIsPassedOver) {
   EXPECT_EQ(reader.m_deInitTime, 7U);
 }
 
-TEST_F(ReadFailure, HeadersAfterTheFirstAreNotLookedAt) {
+TEST_F(LogReading, LooksAtTheFirstHeaderAlone) {
   ASSERT_TRUE(log::initializeLogging(nullptr, 5));
   OpenReader reader(m_folder.add("run.log", logOf({"{header:{}}", "{header:{}}"})));
   const std::string printed = printedBy([&] { EXPECT_TRUE(reader.readInputFile(false)); });
-  EXPECT_EQ(printed.find("Header details have been saved already."), std::string::npos);
+  EXPECT_THAT(printed, Not(HasSubstr("Header details have been saved already.")));
 }
 
-TEST_F(ReadFailure, LengthsThatNoChunkHas) {
+TEST_F(LogReading, RefusesLengthsThatNoChunkHas) {
   for (const std::string& length :
        {std::string("\0\0\0\0", 4), std::string("\x0b\0\0\0", 4), std::string("\xff\xff\xff\x7f"),
         std::string("\xff\xff\xff\xff"), std::string("\xfe\xff\xff\x7f")}) {

@@ -1,6 +1,6 @@
 // The n-th allocation fails, for every n until reading succeeds.
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <memory>
@@ -11,6 +11,7 @@
 #include "log/logger_registry.h"
 #include "report/event_text.h"
 #include "support/captured_output.h"
+#include "support/log_message.h"
 #include "support/open_reader.h"
 
 namespace {
@@ -159,29 +160,28 @@ Outcome readWithAllocations(const std::string& path, long allocations) {
 // Messages of all kinds that have events, each kind twice: the second one replaces or joins what
 // the first one left.
 std::string logOfAllKinds() {
-  const std::string text = "{valueType:6,stringValue:\"a text that needs memory of its own\"}";
-  const std::string events = "profilingEvents:[" + text + "," +
-                             event("an identifier that is long", 1,
-                                   "subEvents:[" + event("and so is this sub-event's", 2) + "]") +
-                             "," + event("init of a graph", 1, "type:100") + "]";
-  const std::string component = "profilingEvents:[" + text + "," +
-                                event("init of a component", 1, "type:100") + "," +
-                                event("finalize of a component", 1, "type:300") + "]";
-  std::string messages;
-  for (const int round : {1, 2}) {
-    for (const char* method : {"1", "3", "2", "11", "4", "5", "8", "10"}) {
-      messages +=
-          message(method, round, 5 * round, "graphName:\"a graph with a long name\"," + events) +
-          ",";
-    }
-    messages +=
-        message("9", round, 7, "visibilityLevel:1,graphName:\"a component's graph\"," + component) +
-        (round == 1 ? "," : "");
+  const Event note{.value = "a text that needs memory of its own"};
+  const Events events = {
+      note, number("an identifier that is long", 1, {number("and so is this sub-event's", 2)}),
+      initEvent("init of a graph", 1)};
+  const Events componentEvents = {note, initEvent("init of a component", 1),
+                                  finalizeEvent("finalize of a component", 1)};
+  const std::string graph = "a graph with a long name";
+  std::vector<Message> messages;
+  for (const std::uint64_t round : {1U, 2U}) {
+    const Step step = {.timestamp = round, .duration = 5 * round};
+    messages.insert(messages.end(),
+                    {execute(graph, step, events), executeAsync(graph, step, events),
+                     finalize(graph, step, events), applyBinarySection(graph, step, events),
+                     createFromBinary(step, events), deInit(step, events), executeIps(step, events),
+                     loadLibrary(step, events),
+                     graphComponent("a component's graph",
+                                    {.timestamp = round, .duration = 7, .visibilityLevel = 1},
+                                    componentEvents)});
   }
-  return logOf(
-      {"{header:{netRunVersion:\"a version text of some length\",backendVersion:\"another "
-       "version text of some length\"},messages:[" +
-       messages + "]}"});
+  return logOf({chunkOf(messages,
+                        "{netRunVersion:\"a version text of some length\","
+                        "backendVersion:\"another version text of some length\"}")});
 }
 
 TEST(AllocationFailure, IsNeverTakenForSuccess) {
@@ -234,8 +234,8 @@ TEST(AllocationFailure, NeverShortensASummary) {
 // First of all: a run is asynchronous also when there is no memory for its first execution.
 TEST(AllocationFailure, DoesNotHideThatARunIsAsynchronous) {
   const TempFolder folder;
-  const std::string path = folder.add(
-      "run.log", logOf({chunkOf({message("3", 1, 1, "graphName:\"a graph with a long name\"")})}));
+  const std::string path =
+      folder.add("run.log", logWith({executeAsync("a graph with a long name", {.duration = 1})}));
   bool isRead = false;
   int marked = 0;
   for (long allocations = 0; !isRead; ++allocations) {
@@ -267,13 +267,12 @@ TEST(AllocationFailure, LeavesNoNameWithoutItsGraph) {
         index.add(groups, name, fingerprints, {});
         isAdded = true;
       } catch (const std::bad_alloc&) {
-        EXPECT_TRUE(groups.empty());
+        EXPECT_THAT(graphsOf(groups), testing::IsEmpty());
         index.add(groups, name, fingerprints, {});
       }
       g_allocationsLeft = -1;
-      ASSERT_EQ(groups.size(), 1U);
-      EXPECT_EQ(groups[0].name, name);
-      EXPECT_EQ(groups[0].records.size(), 1U);
+      ASSERT_THAT(graphsOf(groups), testing::ElementsAre(name));
+      EXPECT_THAT(groups[0].records, testing::SizeIs(1));
     }
   }
 }

@@ -1,6 +1,7 @@
 // Averages of random executions against the plainest way to compute them.
 
 #include <gtest/gtest.h>
+#include <profile_log_generated.h>
 
 #include <random>
 
@@ -11,11 +12,10 @@ namespace {
 
 using profiling::EventDataType;
 using profiling::EventNode;
+using profiling::schema::EventUnit;
 using Events = std::vector<EventNode>;
 
-constexpr std::uint32_t kObjectUnit = 5;
-
-/// Lists whose few names meet often, at the same level and at others, in any order.
+/// Lists whose few names meet often, at the same depth and at others, in any order.
 class RandomEvents {
  public:
   Events list(int depth = 0) {
@@ -53,7 +53,7 @@ void merge(Events& merged, const Events& events) {
       merged[i].dataType = EventDataType::UINT_64;
       ++merged[i].count;
       merge(merged[i].children, event.children);
-    } else if (event.unit != kObjectUnit) {
+    } else if (event.unit != static_cast<std::uint32_t>(EventUnit::OBJECT)) {
       merged.push_back(event);
     }
   }

@@ -1,6 +1,5 @@
 #include "base/version/profile_viewer_version.h"
 #include "host/host_fixture.h"
-#include "support/json_log.h"
 
 namespace vyn::test {
 namespace {
@@ -10,9 +9,9 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-using SummaryTest = HostTest;
+using ViewSummaryTest = HostTest;
 
-TEST_F(SummaryTest, GoesToStandardOutputAlone) {
+TEST_F(ViewSummaryTest, GoesToStandardOutputAlone) {
   write("run.log", smallLog());
   const ProgramResult result = run({"run.log", "-r", "summary"});
   EXPECT_THAT(result, SucceedsQuietly());
@@ -21,7 +20,7 @@ TEST_F(SummaryTest, GoesToStandardOutputAlone) {
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 
-TEST_F(SummaryTest, TheListingIsAddedToWhatTheFileHolds) {
+TEST_F(ViewSummaryTest, TheListingIsAddedToWhatTheFileHolds) {
   write("run.log", smallLog());
   write("out.csv", "kept\n");
   ASSERT_THAT(run({"run.log", "-r", "summary", "-o", "out.csv"}), SucceedsQuietly());
@@ -33,31 +32,27 @@ TEST_F(SummaryTest, TheListingIsAddedToWhatTheFileHolds) {
   EXPECT_THAT(names(), ElementsAre("out.csv", "run.log"));
 }
 
-TEST_F(SummaryTest, TheListingMayFollowTheSummaryOnStandardOutput) {
+TEST_F(ViewSummaryTest, TheListingMayFollowTheSummaryOnStandardOutput) {
   write("run.log", smallLog());
   const ProgramResult result = run({"run.log", "-r", "summary", "-o", "-"});
   EXPECT_THAT(result, SucceedsQuietly());
   const std::size_t listing = result.output.find("input log file location, run.log\n");
-  ASSERT_NE(listing, std::string::npos);
-  EXPECT_LT(result.output.find("Execute Stats (Max)"), listing);
+  EXPECT_THAT(result.output.substr(0, listing), HasSubstr("Execute Stats (Max)"));
+  EXPECT_THAT(result.output, HasSubstr("input log file location, run.log\n"));
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 
-TEST_F(SummaryTest, MessagesBelowTheLevelAreTaken) {
-  write("run.log",
-        makeChunk({R"(visibilityLevel: -6, profilingEvents: [{identifier: "shown"}])",
-                   R"(visibilityLevel: -5, profilingEvents: [{identifier: "hidden"}])"}));
+TEST_F(ViewSummaryTest, MessagesBelowTheLevelAreTaken) {
+  write("run.log", logWith({execute("net", {.visibilityLevel = -6}, {{.identifier = "shown"}}),
+                            execute("net", {.visibilityLevel = -5}, {{.identifier = "hidden"}})}));
   const ProgramResult result = run({"run.log", "-r", "summary", "-l", "-5"});
   EXPECT_THAT(result.output, HasSubstr("shown"));
   EXPECT_THAT(result.output, Not(HasSubstr("hidden")));
   EXPECT_THAT(run({"run.log", "-r", "summary"}).output, HasSubstr("hidden"));
 }
 
-TEST_F(SummaryTest, PayloadsAreWrittenOnlyWhenAskedFor) {
-  write("run.log",
-        makeChunk({R"(profilingEvents: [{identifier: "blob", unit: OBJECT, valueType: RAW_DATA,
-                                    rawData: [98, 121, 116, 101, 115], secondaryName: "blob.bin"}])"},
-                  "BACKEND_FINALIZE"));
+TEST_F(ViewSummaryTest, PayloadsAreWrittenOnlyWhenAskedFor) {
+  write("run.log", logWith({finalize("net", {}, {object("blob.bin", "bytes")})}));
   EXPECT_THAT(run({"run.log", "-r", "summary"}), SucceedsQuietly());
   EXPECT_THAT(names(), ElementsAre("run.log"));
   EXPECT_THAT(run({"run.log", "-r", "summary", "--payloads"}), SucceedsQuietly());
@@ -65,7 +60,7 @@ TEST_F(SummaryTest, PayloadsAreWrittenOnlyWhenAskedFor) {
   EXPECT_EQ(read("blob.bin"), "bytes");
 }
 
-TEST_F(SummaryTest, AClosedOrFullStandardOutputFailsBehindTheListing) {
+TEST_F(ViewSummaryTest, AClosedOrFullStandardOutputFailsBehindTheListing) {
   write("run.log", smallLog());
   write("out.csv", "kept\n");
   ProgramCall full = call({"run.log", "-r", "summary", "-o", "out.csv"});
@@ -79,26 +74,28 @@ TEST_F(SummaryTest, AClosedOrFullStandardOutputFailsBehindTheListing) {
   EXPECT_THAT(names(), ElementsAre("one.csv", "out.csv", "run.log"));
 }
 
-TEST_F(SummaryTest, IsNotPrintedWhenTheListingFails) {
+TEST_F(ViewSummaryTest, IsNotPrintedWhenTheListingFails) {
   write("run.log", smallLog());
   const ProgramResult result = run({"run.log", "-r", "summary", "-o", "/dev/full"});
   EXPECT_THAT(result, FailsWith("/dev/full: disk full; free some space or choose another place"));
   EXPECT_EQ(result.output, "");
 }
 
-TEST_F(SummaryTest, WhatTheReaderPrintsWhileReadingComesFirst) {
+TEST_F(ViewSummaryTest, WhatTheReaderPrintsWhileReadingComesFirst) {
   // An asynchronous execution without a queue wait makes the reader print a notice.
-  write("run.log", smallLog() + makeChunk({""}, "BACKEND_EXECUTE_ASYNC"));
+  write("run.log", smallLog() + logWith({executeAsync("net", {.duration = 7})}));
   const ProgramResult result = run({"run.log", "-r", "summary"});
   EXPECT_THAT(result, SucceedsQuietly());
   EXPECT_LT(result.output.find("queue-wait"), result.output.find("Input Log File Location"));
 }
 
-constexpr char kHostileName[] =
-    R"(profilingEvents: [{identifier: "\u001b[31mred\t\u009bü", unit: COUNT}])";
+std::string logOfHostileName() {
+  const Event event{.identifier = "\x1b[31mred\t\xc2\x9bü", .unit = EventUnit::COUNT};
+  return logWith({execute("net", {}, {event})});
+}
 
-TEST_F(SummaryTest, OnATerminalControlCharactersAreShownNotSent) {
-  write("run.log", makeChunk({kHostileName}));
+TEST_F(ViewSummaryTest, OnATerminalControlCharactersAreShownNotSent) {
+  write("run.log", logOfHostileName());
   const std::string shown = "    Backend (\\x1b[31mred\\x09\\xc2\\x9bü): ";
   const ProgramResult summary =
       runInShell("script --quiet --return --command \"'$0' run.log -r summary\" /dev/null", {});
@@ -110,19 +107,19 @@ TEST_F(SummaryTest, OnATerminalControlCharactersAreShownNotSent) {
   EXPECT_THAT(listing.output, Not(HasSubstr("\x1b")));
 }
 
-TEST_F(SummaryTest, AnywhereElseItIsPassedOnByteForByte) {
-  write("run.log", makeChunk({kHostileName}));
+TEST_F(ViewSummaryTest, AnywhereElseItIsPassedOnByteForByte) {
+  write("run.log", logOfHostileName());
   EXPECT_THAT(run({"run.log", "-r", "summary"}).output,
               HasSubstr("    Backend (\x1b[31mred\t\xc2\x9bü): "));
 }
 
 // Longer than what is shown at once.
-TEST_F(SummaryTest, OnATerminalCharactersStayWhole) {
+TEST_F(ViewSummaryTest, OnATerminalCharactersStayWhole) {
   std::string name;
   for (int i = 0; i < 100'000; ++i) {
     name += "€";
   }
-  write("run.log", makeChunk({R"(profilingEvents: [{identifier: ")" + name + "\"}]"}));
+  write("run.log", logWith({execute("net", {}, {{.identifier = name}})}));
   const ProgramResult result =
       runInShell("script --quiet --return --command \"'$0' run.log -r summary\" /dev/null", {});
   EXPECT_THAT(result.output, HasSubstr("    Backend (" + name + "): "));
@@ -152,7 +149,7 @@ TEST_F(HeaderTest, IsPrintedAlone) {
 
 TEST_F(HeaderTest, WhatTheReaderPrintsWhileReadingGoesToStandardError) {
   // An asynchronous execution without a queue wait makes the reader print a notice.
-  write("run.log", smallLog() + makeChunk({""}, "BACKEND_EXECUTE_ASYNC"));
+  write("run.log", smallLog() + logWith({executeAsync("net", {.duration = 7})}));
   const ProgramResult result = run({"run.log", "-r", "summary", "--header"});
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_THAT(result.output, StartsWith("Input Log File Location: run.log\n"));
@@ -168,7 +165,7 @@ TEST_F(HeaderTest, ControlCharactersOfTheLogAreShownNotSent) {
 }
 
 TEST_F(HeaderTest, ALogMayHaveNone) {
-  write("run.log", makeChunk({}));
+  write("run.log", logWith({}));
   EXPECT_THAT(run({"run.log", "-r", "summary", "--header"}),
               FailsWith("run.log: the log holds no header; read it without --header"));
 }

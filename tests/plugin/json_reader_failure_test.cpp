@@ -7,7 +7,9 @@
 namespace vyn::test {
 namespace {
 
-class JsonFailure : public JsonPlugin {
+using testing::HasSubstr;
+
+class JsonReaderFailure : public JsonPlugin {
  protected:
   void expectReadFailure(const std::string& bytes) {
     const auto reader = m_plugin.reader(m_folder.add("bad.log", bytes));
@@ -18,33 +20,37 @@ class JsonFailure : public JsonPlugin {
 
 const std::string kGoodChunk = "{messages:[{header:{sequenceNumber:1},appMetrics:{}}]}";
 
-TEST_F(JsonFailure, MissingLog) {
+TEST_F(JsonReaderFailure, OfAMissingLogNamesIt) {
   const std::string path = m_folder.path("missing.log");
   const auto reader = m_plugin.reader(path);
   const std::string printed = printedBy([&] { EXPECT_FALSE(reader->readInputFile(false)); });
   EXPECT_EQ(printed, "<ms> [ ERROR ] Invalid or nonexistent file: " + path + "\n");
 }
 
-TEST_F(JsonFailure, FolderAsLog) {
+TEST_F(JsonReaderFailure, IsWhatAFolderGives) {
   const auto reader = m_plugin.reader(m_folder.path(""));
   printedBy([&] { EXPECT_FALSE(reader->readInputFile(false)); });
 }
 
-TEST_F(JsonFailure, ChunkOfLengthZero) { expectReadFailure(framed("")); }
+TEST_F(JsonReaderFailure, FollowsAChunkOfLengthZero) { expectReadFailure(framed("")); }
 
-TEST_F(JsonFailure, ChunkOfElevenBytes) { expectReadFailure(framed(std::string(11, '\0'))); }
+TEST_F(JsonReaderFailure, FollowsAChunkOfElevenBytes) {
+  expectReadFailure(framed(std::string(11, '\0')));
+}
 
-TEST_F(JsonFailure, ChunkThatIsNoBuffer) { expectReadFailure(framed(std::string(64, '\x7f'))); }
+TEST_F(JsonReaderFailure, FollowsAChunkThatIsNoBuffer) {
+  expectReadFailure(framed(std::string(64, '\x7f')));
+}
 
-TEST_F(JsonFailure, LengthOfFourGigabytesOnAShortFile) {
+TEST_F(JsonReaderFailure, FollowsALengthOfFourGigabytesOnAShortFile) {
   expectReadFailure("\xff\xff\xff\xff" + chunkBytes(kGoodChunk));
 }
 
-TEST_F(JsonFailure, LengthOfTwoGigabytesOnAShortFile) {
+TEST_F(JsonReaderFailure, FollowsALengthOfTwoGigabytesOnAShortFile) {
   expectReadFailure("\xff\xff\xff\x7f" + chunkBytes(kGoodChunk));
 }
 
-TEST_F(JsonFailure, CutSecondChunkGivesTheSameAnswerEveryTime) {
+TEST_F(JsonReaderFailure, OfACutSecondChunkIsTheSameEveryTime) {
   const std::string whole = logOf({kGoodChunk, kGoodChunk});
   const std::size_t chunkSize = whole.size() / 2;
   // The second length is whole; its chunk is cut to nothing, to half and to all but one byte.
@@ -55,7 +61,7 @@ TEST_F(JsonFailure, CutSecondChunkGivesTheSameAnswerEveryTime) {
   }
 }
 
-TEST_F(JsonFailure, PartialLengthAtTheEndIsTheEnd) {
+TEST_F(JsonReaderFailure, IsNotWhatPartOfALengthAtTheEndGives) {
   for (std::size_t rest = 1; rest <= 3; ++rest) {
     const auto reader = readLog(logOf({kGoodChunk}) + std::string(rest, '\x01'));
   }
@@ -77,15 +83,15 @@ std::string withoutField(const std::string& json, std::size_t field) {
   return chunk;
 }
 
-TEST_F(JsonFailure, MessageWithoutHeaderMakesItsChunkCorrupt) {
+TEST_F(JsonReaderFailure, MessageWithoutHeaderMakesItsChunkCorrupt) {
   expectReadFailure(framed(withoutField(kGoodChunk, 0)));
 }
 
-TEST_F(JsonFailure, MessageWithoutMetricsMakesItsChunkCorrupt) {
+TEST_F(JsonReaderFailure, MessageWithoutMetricsMakesItsChunkCorrupt) {
   expectReadFailure(framed(withoutField(kGoodChunk, 2)));
 }
 
-TEST_F(JsonFailure, OneMessageWithoutHeaderMakesTheSoundOnesCorruptToo) {
+TEST_F(JsonReaderFailure, OneMessageWithoutHeaderMakesTheSoundOnesCorruptToo) {
   // Sound ones have a vtable of their own, for their graph's name.
   const std::string sound = "{header:{},appMetrics:{},graphName:\"net\"}";
   const std::string chunk = "{messages:[" + sound + ",{header:{},appMetrics:{}}," + sound + "]}";
@@ -94,11 +100,12 @@ TEST_F(JsonFailure, OneMessageWithoutHeaderMakesTheSoundOnesCorruptToo) {
   expectReadFailure(framed(withoutField(chunk, 2)));
 }
 
-TEST_F(JsonFailure, UnalignedChunkIsReadLikeAnAlignedOne) {
+TEST_F(JsonReaderFailure, UnalignedChunkIsReadLikeAnAlignedOne) {
   // Everything behind the root offset moved by one byte.
   const std::string json =
       "{header:{epochTime:5},messages:[{header:{timestamp:6},appMetrics:{stopMem:7},"
-      "profilingEvents:[{identifier:\"a text of some length\",valueType:5,doubleValue:0.25}]}]}";
+      "profilingEvents:[{identifier:\"a text of some "
+      "length\",valueType:DOUBLE,doubleValue:0.25}]}]}";
   std::string chunk = chunkBytes(json);
   chunk.insert(4, 1, '\0');
   ++chunk[0];
@@ -106,49 +113,49 @@ TEST_F(JsonFailure, UnalignedChunkIsReadLikeAnAlignedOne) {
   const std::string document = output(*reader);
   for (const std::string part : {"\"epochTime\": 5", "\"timestamp\": 6", "\"stopMem\": 7",
                                  "\"identifier\": \"a text of some length\"", "\"value\": 0.25"}) {
-    EXPECT_NE(document.find(part), std::string::npos) << part;
+    EXPECT_THAT(document, HasSubstr(part)) << part;
   }
 }
 
-TEST_F(JsonFailure, EmptyOutputName) {
+TEST_F(JsonReaderFailure, OfAnOutputWithoutANameSaysSo) {
   const auto reader = readLog(logOf({kGoodChunk}));
   const std::string printed = printedBy([&] { EXPECT_FALSE(reader->generateOutput("")); });
   EXPECT_EQ(printed, "<ms> [ ERROR ] Output JSON file not provided.\n");
 }
 
-TEST_F(JsonFailure, EmptyOutputNameIsSaidEvenWithoutARead) {
+TEST_F(JsonReaderFailure, EmptyOutputNameIsSaidEvenWithoutARead) {
   const auto reader = m_plugin.reader("run.log");  // nothing has started logging yet
   const std::string printed = printedBy([&] { EXPECT_FALSE(reader->generateOutput("")); });
   EXPECT_EQ(printed, "<ms> [ ERROR ] Output JSON file not provided.\n");
 }
 
-TEST_F(JsonFailure, OutputInAMissingFolder) {
+TEST_F(JsonReaderFailure, OfAnOutputInAMissingFolderNamesIt) {
   const auto reader = readLog(logOf({kGoodChunk}));
   const std::string path = m_folder.path("missing/out.json");
   const std::string printed = printedBy([&] { EXPECT_FALSE(reader->generateOutput(path)); });
   EXPECT_EQ(printed, "<ms> [ ERROR ] Invalid output JSON file: [" + path + "]\n");
 }
 
-TEST_F(JsonFailure, NumberThatIsNotOneStopsTheText) {
+TEST_F(JsonReaderFailure, NumberThatIsNotOneStopsTheText) {
   for (const char* value : {"nan", "inf", "-inf"}) {
-    const LoadedPlugin::Reader reader = readLog(logOfEvent(
-        "identifier:\"x\",valueType:5,doubleValue:" + std::string(value) + ",subEvents:[]"));
+    const LoadedPlugin::Reader reader = readLog(logOfEventFields(
+        "identifier:\"x\",valueType:DOUBLE,doubleValue:" + std::string(value) + ",subEvents:[]"));
     const std::string document = output(*reader);
     EXPECT_EQ(document.substr(document.size() - 10), "\"value\": \n") << value;
   }
 }
 
-TEST_F(JsonFailure, TimeScaleThatIsNotANumberStopsTheText) {
+TEST_F(JsonReaderFailure, TimeScaleThatIsNotANumberStopsTheText) {
   const std::string document = documentOf(logOf({"{header:{timeScale:nan}}"}));
   EXPECT_EQ(document.substr(document.size() - 14), "\"timeScale\": \n");
 }
 
-TEST_F(JsonFailure, WriteErrorsAreNotNoticed) {
+TEST_F(JsonReaderFailure, WriteErrorsAreNotNoticed) {
   const auto reader = readLog(logOf({kGoodChunk}));
   EXPECT_TRUE(reader->generateOutput("/dev/full"));
 }
 
-TEST_F(JsonFailure, NullReaderIsIgnored) { m_plugin.deleteReader()(nullptr); }
+TEST_F(JsonReaderFailure, NullReaderIsIgnored) { m_plugin.deleteReader()(nullptr); }
 
 }  // namespace
 }  // namespace vyn::test
