@@ -20,6 +20,7 @@
 #include "output_options.h"
 #include "output_target.h"
 #include "text_files.h"
+#include "write_behind.h"
 
 namespace vyn::host {
 namespace {
@@ -35,7 +36,8 @@ struct ExportOptions {
 void writeDocument(const LogFile& log, const NamedFile& file, const OutputLimit& limit) {
   TextFile text(file, limit);
   SpoolFile spool(limit);
-  profiling::JsonExport document(text, spool, log.path);
+  WriteBehind written(text);
+  profiling::JsonExport document(written, spool, log.path);
   profiling::FileSource source(log.path);
   if (!source.isOpen()) {
     throw HostError(log.name, "cannot be opened: " + explain(errno));
@@ -45,6 +47,7 @@ void writeDocument(const LogFile& log, const NamedFile& file, const OutputLimit&
     throw HostError(log.name, describeDamage(log, walk));
   }
   document.finish();
+  written.finish();
 }
 
 void exportTo(const LogFile& log, const NamedFile& file, const OutputLimit& limit) {
