@@ -17,6 +17,7 @@
 #include "host/output/output_destination.h"
 #include "host/output/output_target.h"
 #include "host/output/text_files.h"
+#include "host/output/write_behind.h"
 #include "host/verbs/verb_table.h"
 
 namespace vyn::host {
@@ -33,7 +34,8 @@ struct ExportOptions {
 void writeDocument(const LogFile& log, const files::NamedFile& file, const OutputLimit& limit) {
   TextFile text(file, limit);
   SpoolFile spool(limit);
-  profiling::JsonExport document(text, spool, log.path);
+  WriteBehind written(text);
+  profiling::JsonExport document(written, spool, log.path);
   profiling::FileSource source(log.path);
   if (!source.isOpen()) {
     throw files::FileError(log.name, "cannot be opened: " + files::explain(errno));
@@ -43,6 +45,7 @@ void writeDocument(const LogFile& log, const files::NamedFile& file, const Outpu
     throw files::FileError(log.name, describeDamage(log, walk));
   }
   document.finish();
+  written.finish();
 }
 
 void exportTo(const LogFile& log, const files::NamedFile& file, const OutputLimit& limit) {

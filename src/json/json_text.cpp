@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vyn::profiling {
 namespace {
@@ -47,7 +48,7 @@ void JsonText::logText(const flatbuffers::String* text) {
 }
 
 void JsonText::flush() {
-  m_sink->write({m_block->data(), m_used});
+  m_block = m_sink->exchange(std::move(m_block), m_used);
   m_used = 0;
 }
 

@@ -11,17 +11,29 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "json/json_keys.h"
 
 namespace vyn::profiling {
 
+/// Room for a part of a long text. Large, for two threads may take turns with it.
+using TextBlock = std::array<char, std::size_t{512} * 1024>;
+
 /// Takes a text in pieces. May throw, and then gets no more of it.
 class TextSink {
  public:
   virtual ~TextSink() = default;
+
   virtual void write(std::string_view text) = 0;
+
+  /// Takes the first `size` bytes of a block as the next piece and hands out a block for the one
+  /// after it: the same, or another one while this is still being written.
+  virtual std::unique_ptr<TextBlock> exchange(std::unique_ptr<TextBlock> block, std::size_t size) {
+    write({block->data(), size});
+    return block;
+  }
 };
 
 /// A value is NaN or infinite, which JSON cannot hold.
@@ -35,7 +47,8 @@ class UnwritableNumber : public std::domain_error {
 /// depth and key, so that a member costs two or three copies.
 class JsonText {
  public:
-  explicit JsonText(TextSink& sink) : m_sink(&sink), m_block(std::make_unique<Block>()) {}
+  explicit JsonText(TextSink& sink)
+      : m_sink(&sink), m_block(std::make_unique_for_overwrite<TextBlock>()) {}
 
   void startObject() { start('{', false); }
   void endObject() { end('}'); }
@@ -71,9 +84,8 @@ class JsonText {
   void redirect(TextSink& sink) { m_sink = &sink; }
 
  private:
-  static constexpr std::size_t kBlockSize = std::size_t{256} * 1024;  // bytes
-  static constexpr std::size_t kLongestInteger = 20;                  // bytes
-  using Block = std::array<char, kBlockSize>;
+  static constexpr std::size_t kBlockSize = std::tuple_size_v<TextBlock>;  // bytes
+  static constexpr std::size_t kLongestInteger = 20;                       // bytes
 
   // An object or array that has begun.
   struct OpenValue {
@@ -152,7 +164,7 @@ class JsonText {
   void preparePieces(std::size_t depth);
 
   TextSink* m_sink;
-  std::unique_ptr<Block> m_block;
+  std::unique_ptr<TextBlock> m_block;
   std::size_t m_used = 0;
   std::vector<OpenValue> m_open;
   std::vector<std::unique_ptr<Pieces>> m_pieces;  // by depth

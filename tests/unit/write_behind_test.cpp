@@ -1,0 +1,117 @@
+// A text that is written by a thread of its own: all of it, in order, and every failure told.
+
+#include "host/output/write_behind.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+namespace vyn::host {
+namespace {
+
+using profiling::TextBlock;
+
+// Keeps what it gets; from the piece with a certain number on it fails.
+class KeepingSink : public profiling::TextSink {
+ public:
+  explicit KeepingSink(std::size_t failingPiece = SIZE_MAX) : m_failingPiece(failingPiece) {}
+
+  void write(std::string_view text) override {
+    if (m_pieces++ >= m_failingPiece) {
+      throw std::runtime_error("the disk is full");
+    }
+    m_text += text;
+  }
+
+  const std::string& text() const { return m_text; }
+
+ private:
+  std::size_t m_failingPiece;
+  std::size_t m_pieces = 0;
+  std::string m_text;
+};
+
+// Fills block after block as a writer of text does, each with a letter of its own.
+void writeBlocks(WriteBehind& written, int count, std::size_t size) {
+  auto block = std::make_unique<TextBlock>();
+  for (int i = 0; i < count; ++i) {
+    block->fill(static_cast<char>('a' + i % 26));
+    block = written.exchange(std::move(block), size);
+    ASSERT_NE(block, nullptr);
+  }
+}
+
+std::string blocksAsText(int count, std::size_t size) {
+  std::string text;
+  for (int i = 0; i < count; ++i) {
+    text += std::string(size, static_cast<char>('a' + i % 26));
+  }
+  return text;
+}
+
+TEST(WriteBehind, TheSinkGetsAllBlocksInOrder) {
+  KeepingSink sink;
+  WriteBehind written(sink);
+  writeBlocks(written, 100, 3);
+  written.finish();
+  EXPECT_EQ(sink.text(), blocksAsText(100, 3));
+}
+
+TEST(WriteBehind, TextsBetweenBlocksKeepTheirPlace) {
+  KeepingSink sink;
+  WriteBehind written(sink);
+  writeBlocks(written, 5, 2);
+  written.write("-");
+  writeBlocks(written, 5, 2);
+  written.finish();
+  EXPECT_EQ(sink.text(), blocksAsText(5, 2) + "-" + blocksAsText(5, 2));
+}
+
+TEST(WriteBehind, AFailureComesOutOfALaterExchange) {
+  KeepingSink sink(1);
+  WriteBehind written(sink);
+  EXPECT_THROW(writeBlocks(written, 100, 1), std::runtime_error);
+}
+
+TEST(WriteBehind, AFailureComesOutOfTheEnd) {
+  KeepingSink sink(0);
+  WriteBehind written(sink);
+  writeBlocks(written, 1, 1);
+  EXPECT_THROW(written.finish(), std::runtime_error);
+  EXPECT_THROW(written.write("more"), std::runtime_error);
+  EXPECT_EQ(sink.text(), "");
+}
+
+TEST(WriteBehind, ATextThatIsNotFinishedEndsWithoutWaiting) {
+  KeepingSink sink;
+  {
+    WriteBehind written(sink);
+    writeBlocks(written, 3, 1);
+  }
+  EXPECT_THAT(blocksAsText(3, 1), testing::StartsWith(sink.text()));
+}
+
+#ifndef __SANITIZE_ADDRESS__  // which needs memory of its own
+
+TEST(WriteBehind, WithoutAThreadItWritesByItself) {
+  // No memory for another thread's stack.
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_AS, &before), 0);
+  const rlimit none{0, before.rlim_max};
+  KeepingSink sink;
+  ASSERT_EQ(setrlimit(RLIMIT_AS, &none), 0);
+  WriteBehind written(sink);
+  ASSERT_EQ(setrlimit(RLIMIT_AS, &before), 0);
+  writeBlocks(written, 4, 2);
+  EXPECT_EQ(sink.text(), blocksAsText(4, 2));  // before the end, too
+  written.finish();
+}
+
+#endif
+
+}  // namespace
+}  // namespace vyn::host
