@@ -93,7 +93,7 @@ void WriteBehind::writePieces() {
   std::unique_lock lock(m_mutex);
   for (;;) {
     m_changed.wait(lock, [this] { return !m_waiting.empty() || m_isEnding; });
-    if (m_isEnding) {
+    if (m_waiting.empty()) {
       return;
     }
     const Piece& piece = m_waiting.front();  // stays where it is while others are added

@@ -14,9 +14,9 @@
 namespace vyn::host {
 
 /// Passes a text on to another sink from a thread of its own, so that the next block is filled
-/// while the last one is written. What the other sink throws comes out of the next operation here;
-/// then, and when the text is not finished, the rest is dropped. Without a thread to be had it
-/// writes by itself.
+/// while the last one is written. What the other sink throws comes out of the next operation here,
+/// and the rest is dropped. A text that is not finished ends behind its last block: where it ends
+/// does not depend on time. Without a thread to be had it writes by itself.
 class WriteBehind : public profiling::TextSink {
  public:
   /// `sink` must outlive it, and nobody else may use it until `finish` has returned.
@@ -33,7 +33,7 @@ class WriteBehind : public profiling::TextSink {
   void finish();
 
  private:
-  static constexpr std::size_t kMostWaiting = 4;  // blocks
+  static constexpr std::size_t kMostWaiting = 3;  // blocks
 
   struct Piece {
     std::unique_ptr<profiling::TextBlock> block;

@@ -19,7 +19,7 @@
 namespace vyn::profiling {
 
 /// Room for a part of a long text. Large, for two threads may take turns with it.
-using TextBlock = std::array<char, std::size_t{512} * 1024>;
+using TextBlock = std::array<char, std::size_t{1024} * 1024>;
 
 /// Takes a text in pieces. May throw, and then gets no more of it.
 class TextSink {

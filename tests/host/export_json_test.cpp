@@ -65,7 +65,7 @@ TEST_F(ExportJsonTest, WritesALogWithoutHeader) {
 
 TEST_F(ExportJsonTest, WritesAHeaderBehindMoreTextThanABlockHolds) {
   const std::string messages = logWith(
-      std::vector<Message>(1000, execute("net", {}, {doubleEvent(0.1)})));  // some 400 KB of text
+      std::vector<Message>(6000, execute("net", {}, {doubleEvent(0.1)})));  // some 2.4 MB of text
   expectSameDocument(messages + logOf({"{" + kHeader + "}"}) + messages);
 }
 
@@ -134,11 +134,22 @@ TEST_F(ExportJsonTest, DamagedLogLeavesNoDocument) {
 
 TEST_F(ExportJsonTest, DamagedLogEndsTheTextOfAPipe) {
   write("run.log",
-        logOf({"{" + kHeader + "}"}) + logWithDocumentOver(600'000) + framed("0123456789abcdef"));
+        logOf({"{" + kHeader + "}"}) + logWithDocumentOver(3'000'000) + framed("0123456789abcdef"));
   const ProgramResult result = run({"export", "json", "run.log", "-o", "-"});
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_THAT(result.output, Not(IsEmpty()));
   EXPECT_THAT(result.output, Not(EndsWith("}\n")));
+}
+
+TEST_F(ExportJsonTest, TheTextOfADamagedLogEndsAtOnePlace) {
+  constexpr std::size_t kSize = 9'000'000;
+  write("run.log",
+        logOf({"{" + kHeader + "}"}) + logWithDocumentOver(kSize) + framed("0123456789abcdef"));
+  const std::string text = run({"export", "json", "run.log", "-o", "-"}).output;
+  EXPECT_GT(text.size(), kSize - 2'000'000);  // all but what a block holds
+  for (int i = 0; i < 5; ++i) {
+    EXPECT_TRUE(run({"export", "json", "run.log", "-o", "-"}).output == text);
+  }
 }
 
 TEST_F(ExportJsonTest, ValueThatIsNoNumberIsRefused) {
@@ -156,7 +167,7 @@ TEST_F(ExportJsonTest, ValueThatIsNoNumberIsRefused) {
 }
 
 TEST_F(ExportJsonTest, StopsAtTheLargestOutput) {
-  write("run.log", logWithDocumentOver(600'000));
+  write("run.log", logWithDocumentOver(3'000'000));
   const ProgramResult result =
       run({"export", "json", "run.log", "-o", "out.json", "--max-output", "300000"});
   EXPECT_EQ(result.exitStatus, 1);

@@ -58,10 +58,11 @@ bool writeTo(SummingSink& sink, bool isFinished) {
 
 int main() {
   SummingSink whole(kBlocks * kSize);
-  SummingSink dropped(kBlocks * kSize);
+  SummingSink unfinished(kBlocks * kSize);
   SummingSink full(kBlocks * kSize / 2);
   const bool holds = writeTo(whole, true) && whole.sum() == kBlocks * kSize &&
-                     !writeTo(dropped, false) && !writeTo(full, true);
+                     !writeTo(unfinished, false) && unfinished.sum() == whole.sum() &&
+                     !writeTo(full, true);
   std::puts(holds ? "holds" : "does not hold");
   return holds ? EXIT_SUCCESS : EXIT_FAILURE;
 }
