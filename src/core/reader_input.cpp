@@ -48,7 +48,7 @@ void VynProfileLogReader::takeChunk(const Chunk& chunk) {
 
 bool VynProfileLogReader::processNextMessage() {
   const schema::Message* message = nextMessage();
-  return message != nullptr && dispatchMessage(*message);
+  return message != nullptr && fileMessage(*message, m_visibilityLevel, stores());
 }
 
 const schema::Message* VynProfileLogReader::nextMessage() {
@@ -60,74 +60,36 @@ const schema::Message* VynProfileLogReader::nextMessage() {
   return message;
 }
 
-bool VynProfileLogReader::dispatchMessage(const schema::Message& message) {
-  using schema::MethodType;
-  const bool isTaken = isVisible(message, m_visibilityLevel);
-  switch (message.method()) {
-    case MethodType::BACKEND_EXECUTE_ASYNC:
-      m_asyncExecute = true;  // even a message that is not taken makes the run an asynchronous one
-      [[fallthrough]];
-    case MethodType::BACKEND_EXECUTE:
-      return isTaken && fileExecution(message, graphStores());
-    case MethodType::BACKEND_FINALIZE:
-      return isTaken && fileFinalize(message, graphStores());
-    case MethodType::BACKEND_GRAPH_COMPONENT:
-      return isTaken && fileGraphComponent(message, graphStores());
-    case MethodType::APPLY_BINARY_SECTION:
-      return isTaken && fileBinarySection(message, graphStores());
-    case MethodType::APP_CONTEXT_CREATE:
-      return fileTiming(message, isTaken,
-                        {.duration = m_contextCreateTime, .timestamp = m_contextCreateTimestamp});
-    case MethodType::APP_COMPOSE_GRAPHS:
-      return fileTiming(message, isTaken,
-                        {.duration = m_composeGraphsTime, .timestamp = m_composeGraphsTimestamp});
-    default:
-      return dispatchStep(message, isTaken);
-  }
-}
-
-bool VynProfileLogReader::dispatchStep(const schema::Message& message, bool isTaken) {
-  using schema::MethodType;
-  const auto file = [&](const StepStore& store) {
-    return isTaken && fileStep(message, store, m_eventStrings);
-  };
-  switch (message.method()) {
-    case MethodType::BACKEND_CREATE_FROM_BINARY:
-      return file({.duration = m_createFromBinaryTime,
-                   .timestamp = m_createFromBinaryTimestamp,
-                   .events = m_createFromBinaryEvents,
-                   .isSeen = &m_hasCreateFromBinaryEvents});
-    case MethodType::BACKEND_DEINIT:
-      return file(
-          {.duration = m_deInitTime, .timestamp = m_deInitTimestamp, .events = m_deInitEvents});
-    case MethodType::APP_EXECUTE_IPS:
-      return file({.duration = m_executeIpsTime,
-                   .timestamp = m_executeIpsTimestamp,
-                   .events = m_executeIpsEvents,
-                   .isSeen = &m_hasExecuteIps});
-    case MethodType::LIBRARY_LOAD:
-      return file({.duration = m_libLoadTime,
-                   .timestamp = m_libLoadTimestamp,
-                   .events = m_libLoadEvents,
-                   .isSeen = &m_hasLibLoad});
-    default:
-      log::log(log::kError, "Unknown method type.");
-      return false;
-  }
-}
-
-GraphStores VynProfileLogReader::graphStores() {
-  return {.initEvents = m_initEvents,
-          .hasInitEvents = m_hasInitEvents,
-          .finalizeGroups = m_finalizeGroups,
-          .hasFinalize = m_hasFinalize,
-          .hasFinalizeEvents = m_hasFinalizeEvents,
-          .executions = m_executeGroups,
-          .executionIndex = m_executeGroupIndex,
-          .binarySections = m_applyBinarySectionGroups,
-          .binarySectionIndex = m_applyBinarySectionGroupIndex,
-          .nameFingerprints = m_nameFingerprints,
-          .strings = m_eventStrings};
+RunStores VynProfileLogReader::stores() {
+  return {.contextCreate = {.duration = m_contextCreateTime, .timestamp = m_contextCreateTimestamp},
+          .composeGraphs = {.duration = m_composeGraphsTime, .timestamp = m_composeGraphsTimestamp},
+          .createFromBinary = {.duration = m_createFromBinaryTime,
+                               .timestamp = m_createFromBinaryTimestamp,
+                               .events = m_createFromBinaryEvents,
+                               .isSeen = &m_hasCreateFromBinaryEvents},
+          .deInit = {.duration = m_deInitTime,
+                     .timestamp = m_deInitTimestamp,
+                     .events = m_deInitEvents},
+          .executeIps = {.duration = m_executeIpsTime,
+                         .timestamp = m_executeIpsTimestamp,
+                         .events = m_executeIpsEvents,
+                         .isSeen = &m_hasExecuteIps},
+          .libraryLoad = {.duration = m_libLoadTime,
+                          .timestamp = m_libLoadTimestamp,
+                          .events = m_libLoadEvents,
+                          .isSeen = &m_hasLibLoad},
+          .isAsync = m_asyncExecute,
+          .graphs = {.initEvents = m_initEvents,
+                     .hasInitEvents = m_hasInitEvents,
+                     .finalizeGroups = m_finalizeGroups,
+                     .hasFinalize = m_hasFinalize,
+                     .hasFinalizeEvents = m_hasFinalizeEvents,
+                     .executions = m_executeGroups,
+                     .executionIndex = m_executeGroupIndex,
+                     .binarySections = m_applyBinarySectionGroups,
+                     .binarySectionIndex = m_applyBinarySectionGroupIndex,
+                     .nameFingerprints = m_nameFingerprints,
+                     .strings = m_eventStrings}};
 }
 
 std::string VynProfileLogReader::deriveStatistics() {

@@ -52,12 +52,9 @@ class VynProfileLogReader : public IVynProfileLogReader<VisibilityLevel> {
   /// The next message of the current chunk. At its end null, and m_reachedEof is set.
   const schema::Message* nextMessage();
 
-  // Reading: a chunk's messages go into the stores below, each into that of its method. The stores
-  // are handed on as they stand, to be changed.
+  // Reading: a chunk's messages go into the stores below, which are handed on to be changed.
   void takeChunk(const Chunk& chunk);
-  bool dispatchMessage(const schema::Message& message);
-  bool dispatchStep(const schema::Message& message, bool isTaken);
-  GraphStores graphStores();
+  RunStores stores();
 
   // Statistics, derived once the whole log is read. The first two return what is to be printed.
   std::string deriveStatistics();

@@ -9,7 +9,9 @@
 
 namespace vyn::profiling {
 
-/// How a reader goes through its log.
+/// How a reader goes through its log. Unlike walkLog, which hands on all messages of a chunk,
+/// readers take them one by one, by an operation that hosts know: they walk over chunks and load
+/// them.
 struct ChunkLoading {
   /// Memory for a chunk of that many bytes; null ends the reading. makeChunk or makeChunkOrLog.
   ChunkBuffer (*makeRoom)(std::size_t size);

@@ -15,9 +15,6 @@
 
 namespace vyn::profiling {
 
-// Each file operation decodes one message, puts it into the stores that it is handed and returns
-// whether it did. One that throws, for want of memory, leaves the stores as they were.
-
 /// When the latest message of a step was, and how long the step took in microseconds.
 struct StepTimes {
   std::uint64_t& duration;
@@ -48,18 +45,32 @@ struct GraphStores {
   std::list<std::string>& strings;     ///< what string-valued events point to
 };
 
-/// True for a message that a reader of this level takes: one of a lower level.
-inline bool isVisible(const schema::Message& message, VisibilityLevel readersLevel) {
-  return message.visibilityLevel() < static_cast<std::int8_t>(readersLevel);
-}
+/// Where all messages of a run stand.
+struct RunStores {
+  StepTimes contextCreate;
+  StepTimes composeGraphs;
+  StepStore createFromBinary;
+  StepStore deInit;
+  StepStore executeIps;
+  StepStore libraryLoad;
+  bool& isAsync;  ///< the run executed asynchronously
+  GraphStores graphs;
+};
 
-/// The time stamp is stored even of a message that is not taken.
-bool fileTiming(const schema::Message& message, bool isTaken, const StepTimes& times);
+/// Decodes a message, puts it into the store of its method and returns whether it did: a reader
+/// takes messages of a lower level than its own, and of graphs those that name one. A method that
+/// is not known is told in a log line. When it throws, for want of memory, the stores are as
+/// before.
+///
+/// Two things are noted of messages that are not taken, too: that a run is asynchronous, and when
+/// its context was created or its graphs were composed.
+bool fileMessage(const schema::Message& message, VisibilityLevel readersLevel,
+                 const RunStores& stores);
 
-bool fileStep(const schema::Message& message, const StepStore& store,
+// The same for messages that are visible, each for one kind of store.
+void fileTiming(const schema::Message& message, const StepTimes& times);
+void fileStep(const schema::Message& message, const StepStore& store,
               std::list<std::string>& strings);
-
-// Messages without a graph's name are not taken.
 bool fileExecution(const schema::Message& message, const GraphStores& stores);
 bool fileFinalize(const schema::Message& message, const GraphStores& stores);
 bool fileGraphComponent(const schema::Message& message, const GraphStores& stores);

@@ -9,15 +9,12 @@
 
 namespace vyn::profiling {
 
-bool fileTiming(const schema::Message& message, bool isTaken, const StepTimes& times) {
+void fileTiming(const schema::Message& message, const StepTimes& times) {
+  times.duration = messageDuration(message);
   times.timestamp = message.header()->timestamp();
-  if (isTaken) {
-    times.duration = messageDuration(message);
-  }
-  return isTaken;
 }
 
-bool fileStep(const schema::Message& message, const StepStore& store,
+void fileStep(const schema::Message& message, const StepStore& store,
               std::list<std::string>& strings) {
   // Decoded first: when memory runs out, the store keeps what it had.
   std::list<std::string> newStrings;
@@ -28,7 +25,6 @@ bool fileStep(const schema::Message& message, const StepStore& store,
   if (store.isSeen != nullptr) {
     *store.isSeen = true;
   }
-  return true;
 }
 
 }  // namespace vyn::profiling
