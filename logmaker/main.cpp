@@ -10,6 +10,7 @@
 #include "base/version/profile_viewer_version.h"
 #include "cli/program.h"
 #include "cli/usage_report.h"
+#include "files/interruption.h"
 #include "logmaker/chunk_writer.h"
 #include "logmaker/options.h"
 #include "logmaker/output_file.h"
@@ -69,13 +70,16 @@ void makeLog(const Options& options) {
   log.finish();
   progress.reset();
 
-  // Both files are complete before either gets its name.
+  // Both files are complete before either gets its name, and no signal comes in between.
   logFile.close();
   if (recordFile) {
     recordFile->close();
+  }
+  const files::SignalDelay delay;
+  logFile.publish();
+  if (recordFile) {
     recordFile->publish();
   }
-  logFile.publish();
 }
 
 int run(int argc, char** argv) {

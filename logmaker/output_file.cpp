@@ -1,60 +1,36 @@
 #include "logmaker/output_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <string_view>
+#include <utility>
 
+#include "files/destination.h"
 #include "files/file_error.h"
-#include "files/standard_streams.h"
 
 namespace vyn::logmaker {
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr char kStandardOutput[] = "-";
 constexpr std::size_t kMostWaiting = std::size_t{1} << 16;  // bytes
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& name)
-    : m_name(name == kStandardOutput ? files::kStandardOutputName : name) {
-  if (name == kStandardOutput) {
-    m_stream = files::duplicate({STDOUT_FILENO, m_name});
-  } else {
-    open(name);
+OutputFile::OutputFile(const std::string& name) {
+  files::Destination destination = files::findDestination(name);
+  files::checkReplaceable(destination);
+  m_name = destination.name;
+  m_stream = std::move(destination.stream);
+  if (!m_stream.isOpen()) {
+    openBeside(destination.file);
   }
 }
 
-void OutputFile::open(const std::string& name) {
-  struct stat found {};
-  const bool isThere = stat(name.c_str(), &found) == 0;
-  if (!isThere && errno != ENOENT) {
-    fail(errno);
-  }
-  if (isThere && S_ISDIR(found.st_mode)) {
-    fail(EISDIR);
-  }
-  if (!isThere) {
-    openBeside(name);
-  } else if (S_ISREG(found.st_mode)) {
-    openBeside(fs::canonical(name));  // a link keeps pointing at the file that it names
-  } else {
-    m_stream = files::FileDescriptor(::open(name.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
-    if (!m_stream.isOpen()) {
-      fail(errno);
-    }
-  }
-}
-
-void OutputFile::openBeside(const fs::path& target) {
-  const fs::path directory = files::directoryOf(target);
+void OutputFile::openBeside(const std::filesystem::path& target) {
+  const std::filesystem::path directory = files::directoryOf(target);
   if (access(directory.c_str(), F_OK) != 0) {
-    fail(errno);
+    throw files::FileError(m_name, files::explain(errno));
   }
   m_target = target;
   m_temp.emplace(directory, target.filename(), m_name);
@@ -96,7 +72,7 @@ void OutputFile::close() {
   if (m_temp) {
     m_temp->finish(m_target);
   } else if (const int error = m_stream.close(); error != 0) {
-    fail(error);
+    throw files::FileError(m_name, files::explain(error));
   }
 }
 
@@ -113,10 +89,6 @@ files::NamedFile OutputFile::file() const {
 void OutputFile::flush() {
   files::writeAll(file(), m_waiting);
   m_waiting.clear();
-}
-
-void OutputFile::fail(int errorNumber) const {
-  throw files::FileError(m_name, files::explain(errorNumber));
 }
 
 }  // namespace vyn::logmaker

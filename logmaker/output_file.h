@@ -35,11 +35,9 @@ class OutputFile {
   void publish();
 
  private:
-  void open(const std::string& name);
   void openBeside(const std::filesystem::path& target);
   files::NamedFile file() const;
   void flush();
-  [[noreturn]] void fail(int errorNumber) const;
 
   std::string m_name;
   std::filesystem::path m_target;

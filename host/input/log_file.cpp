@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "files/file_descriptor.h"
 #include "files/file_error.h"
 
 namespace vyn::host {
@@ -57,6 +58,15 @@ LogFile findLog(const std::string& path) {
   }
   checkReadable(log);
   return log;
+}
+
+void checkStillWhole(const LogFile& log) {
+  struct stat now {};
+  if (log.canBeReadAgain() && stat(log.path.c_str(), &now) == 0 &&
+      files::isSameFile(now, log.status) && now.st_size < log.status.st_size) {
+    throw files::FileError(log.name,
+                           "became shorter while it was read; read it when nobody changes it");
+  }
 }
 
 }  // namespace vyn::host

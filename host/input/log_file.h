@@ -29,4 +29,8 @@ inline constexpr char kStandardInput[] = "-";
 /// is a directory, or may not be read.
 LogFile findLog(const std::string& path);
 
+/// Throws FileError when the log has become shorter since it was found: what was read of it is not
+/// all that it held, even if it looks whole.
+void checkStillWhole(const LogFile& log);
+
 }  // namespace vyn::host

@@ -23,7 +23,7 @@ void checkJsonDocument(const files::NamedFile& file, const std::string& target) 
     return;
   }
   if (tail.ends_with("\": \n")) {
-    throw files::FileError(target, kHoldsNoNumber);
+    throw files::FileError(target, std::string("not written, ") + kHoldsNoNumber);
   }
   throwCutShort(file);
 }

@@ -7,10 +7,10 @@
 
 namespace vyn::host {
 
-/// Of a document that a value is in the way of.
+/// Why a document is not written, or breaks off.
 inline constexpr char kHoldsNoNumber[] =
-    "not written, for the log holds a value that is not a number (NaN or "
-    "infinity), which JSON cannot hold; read the log with --reader summary";
+    "for the log holds a value that is not a number (NaN or infinity), which JSON cannot hold; read "
+    "the log with --reader summary";
 
 /// Throws FileError unless `file` holds all that the reader had to write: readers do not notice
 /// failing writes, and the JSON reader stops at a number that JSON cannot hold. `target` is the

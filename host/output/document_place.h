@@ -10,7 +10,7 @@ namespace vyn::host {
 
 /// Where a log's document goes.
 struct DocumentPlace {
-  OutputDestination destination;
+  files::Destination destination;
   files::TempFile::Existing existing;
   std::string unasked;  ///< the file's name when the user named none, who then is to be told it
 };

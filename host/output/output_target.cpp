@@ -20,14 +20,14 @@ namespace {
 namespace fs = std::filesystem;
 
 // A file may be added to in a directory where none can be made.
-bool isMadeElsewhere(const OutputDestination& destination, OutputTarget::Content content) {
+bool isMadeElsewhere(const files::Destination& destination, OutputTarget::Content content) {
   return destination.stream.isOpen() ||
          (content == OutputTarget::Content::kAppended && destination.found &&
           faccessat(AT_FDCWD, files::directoryOf(destination.file).c_str(), W_OK | X_OK,
                     AT_EACCESS) != 0);
 }
 
-files::TempFile makeTempFile(const OutputDestination& destination, OutputTarget::Content content) {
+files::TempFile makeTempFile(const files::Destination& destination, OutputTarget::Content content) {
   if (isMadeElsewhere(destination, content)) {
     const fs::path directory = scratchDirectory();
     std::error_code error;
@@ -42,7 +42,7 @@ files::TempFile makeTempFile(const OutputDestination& destination, OutputTarget:
 
 }  // namespace
 
-OutputTarget::OutputTarget(OutputDestination destination, Content content,
+OutputTarget::OutputTarget(files::Destination destination, Content content,
                            files::TempFile::Existing existing)
     : m_destination(std::move(destination)),
       m_content(content),

@@ -19,7 +19,7 @@ class OutputTarget {
   };
 
   /// Throws FileError when nothing can be written there.
-  OutputTarget(OutputDestination destination, Content content, files::TempFile::Existing existing);
+  OutputTarget(files::Destination destination, Content content, files::TempFile::Existing existing);
 
   /// For messages.
   const std::string& name() const { return m_destination.name; }
@@ -39,7 +39,7 @@ class OutputTarget {
   void copyFoundFile(const files::TempFile& copy) const;
   void deliverToStream();
 
-  OutputDestination m_destination;
+  files::Destination m_destination;
   Content m_content;
   files::TempFile::Existing m_existing;
   files::TempFile m_workFile;

@@ -61,6 +61,7 @@ void GuardedReader::read(bool writeObjectPayloads, const ReaderOutput& said) {
     if (!m_reader->readInputFile(writeObjectPayloads)) {
       throw files::FileError(m_log.name, diagnoseLog(m_log, said.lastLine()));
     }
+    checkStillWhole(m_log);
   });
 }
 

@@ -90,7 +90,7 @@ void printOutput(const Reading& reading) {
   files::finishStandardOutput();
 }
 
-void writeOutput(const Reading& reading, OutputDestination destination,
+void writeOutput(const Reading& reading, files::Destination destination,
                  files::TempFile::Existing existing) {
   const auto payloads = guardPayloads(reading, destination.file);
   OutputTarget target(std::move(destination), contentOf(reading.kind), existing);

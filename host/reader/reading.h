@@ -27,7 +27,7 @@ void printOutput(const Reading& reading);
 
 /// Has the reader write to the destination too. Throws FileError, ClosedPipe; the destination then
 /// is as it was.
-void writeOutput(const Reading& reading, OutputDestination destination,
+void writeOutput(const Reading& reading, files::Destination destination,
                  files::TempFile::Existing existing);
 
 }  // namespace vyn::host

@@ -44,30 +44,19 @@ void writeDocument(const LogFile& log, const files::NamedFile& file, const Outpu
   if (!walk.isAccepted) {
     throw files::FileError(log.name, describeDamage(log, walk));
   }
+  checkStillWhole(log);
   document.finish();
   written.finish();
 }
 
-void exportTo(const LogFile& log, const files::NamedFile& file, const OutputLimit& limit) {
-  try {
-    writeDocument(log, file, limit);
-    return;
-  } catch (const profiling::UnwritableNumber&) {
-    throw files::FileError(file.name, kHoldsNoNumber);
-  } catch (const std::bad_alloc&) {
-  } catch (const std::length_error&) {
-  }
-  throw files::FileError(log.name, kNotEnoughMemory);
-}
-
-void exportTo(const LogFile& log, OutputDestination destination, files::TempFile::Existing existing,
+void exportTo(const LogFile& log, files::Destination destination, files::TempFile::Existing existing,
               const OutputLimit& limit) {
   if (destination.stream.isOpen()) {
-    exportTo(log, {destination.stream.get(), destination.name}, limit);
+    writeDocument(log, {destination.stream.get(), destination.name}, limit);
     return;
   }
   OutputTarget target(std::move(destination), OutputTarget::Content::kReplaced, existing);
-  exportTo(log, target.workFile().file(), limit);
+  writeDocument(log, target.workFile().file(), limit);
   target.deliver();
 }
 
@@ -75,7 +64,18 @@ void exportLog(const ExportOptions& options) {
   const LogFile log = findLog(options.log);
   checkStandardStreams(log);
   DocumentPlace place = findDocumentPlace(options.output.name, options.output.force, log);
-  exportTo(log, std::move(place.destination), place.existing, options.output.limitFor(log));
+  // What went into a stream cannot be taken back.
+  const std::string name = place.destination.name;
+  const char* const state = place.destination.stream.isOpen() ? "breaks off, " : "not written, ";
+  try {
+    exportTo(log, std::move(place.destination), place.existing, options.output.limitFor(log));
+  } catch (const profiling::UnwritableNumber&) {
+    throw files::FileError(name, std::string(state) + kHoldsNoNumber);
+  } catch (const std::bad_alloc&) {
+    throw files::FileError(log.name, kNotEnoughMemory);
+  } catch (const std::length_error&) {
+    throw files::FileError(log.name, kNotEnoughMemory);
+  }
   reportUnasked(place);
 }
 

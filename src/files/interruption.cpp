@@ -34,7 +34,9 @@ extern "C" void removeAndDie(int signal) {
       unlink(slot.path);
     }
   }
-  // The default action was restored when this handler was entered.
+  // Both wait until this handler returns: others that come meanwhile must not end the program
+  // before its files are gone.
+  std::signal(signal, SIG_DFL);
   raise(signal);
 }
 
@@ -46,7 +48,7 @@ void handle(int signal) {
   }
   struct sigaction action {};
   action.sa_handler = removeAndDie;
-  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  sigfillset(&action.sa_mask);
   sigaction(signal, &action, nullptr);
 }
 

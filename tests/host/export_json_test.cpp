@@ -161,6 +161,8 @@ TEST_F(ExportJsonTest, ValueThatIsNoNumberIsRefused) {
     EXPECT_THAT(run({"view", "run.log", "-o", "out.json"}),
                 FailsWith(std::string("out.json") + kHoldsNoNumber));
   }
+  EXPECT_THAT(run({"export", "json", "run.log", "-o", "-"}).errors,
+              HasSubstr("standard output: breaks off, for the log holds a value that is not a "));
   write("run.log", logOf({"{header:{timeScale:nan}}"}));
   EXPECT_EQ(run({"export", "json", "run.log", "-o", "out.json"}).exitStatus, 1);
   EXPECT_THAT(names(), ElementsAre("run.log"));

@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include "host/host_fixture.h"
+#include "support/json_log.h"
 
 namespace vyn::test {
 namespace {
@@ -96,6 +97,22 @@ TEST_F(FaultTest, ALogThatShrinksWhileItIsReadIsDamaged) {
     EXPECT_THAT(result.errors,
                 HasSubstr("run.log: not a profiling log, or one that ends inside its first "
                           "chunk: 996 of "));
+    expectOldOutput();
+  }
+}
+
+// What was read may be whole chunks: only the file's size tells that something is missing.
+TEST_F(FaultTest, ALogThatShrinksBetweenChunksIsNotTakenForWhole) {
+  std::string chunk = chunkBytes("{}");
+  chunk.resize(8187);  // with its length all that a stream reads at once
+  for (const std::vector<std::string>& verb :
+       {std::vector<std::string>{"export", "json"}, {"view"}}) {
+    write("run.log", framed(chunk) + framed(chunk));
+    std::vector<std::string> arguments = verb;
+    arguments.insert(arguments.end(), {"run.log", "-o", "out.json"});
+    EXPECT_THAT(runWith({"shrink", "run.log", kOneByte, kSecondRead}, arguments),
+                FailsWith("run.log: became shorter while it was read; read it when nobody "
+                          "changes it"));
     expectOldOutput();
   }
 }

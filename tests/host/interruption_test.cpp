@@ -51,6 +51,18 @@ INSTANTIATE_TEST_SUITE_P(Signals, FatalSignalTest,
                                                   : "RT" + std::to_string(signal.param);
                          });
 
+// As timeout(1) sends it, once to the program and once to its group.
+TEST_F(InterruptionTest, ASignalThatComesTwiceRemovesTheTempFile) {
+  for (int i = 0; i < 30; ++i) {
+    RunningProgram program(call({"pipe", "-o", "out.json"}));
+    waitForTempFile();
+    program.send(SIGTERM);
+    program.send(SIGTERM);
+    EXPECT_EQ(program.wait().signal, SIGTERM);
+    ASSERT_THAT(names(), ElementsAre("out.json", "pipe"));
+  }
+}
+
 TEST_F(InterruptionTest, AKilledProgramLeavesTheOldOutput) {
   RunningProgram program(call({"pipe", "-o", "out.json"}));
   waitForTempFile();

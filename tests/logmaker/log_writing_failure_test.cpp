@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -45,6 +46,61 @@ TEST(LogWritingFailure, MissingDirectoryIsNamed) {
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_EQ(result.errors,
             "vyn-make-log: nowhere/log: no such file or directory; check the name\n");
+}
+
+// Runs the program as a user who may do nothing but what modes allow; root may do everything.
+ProgramResult runAsNobody(const TempFolder& folder, const std::string& arguments) {
+  fs::copy(VYN_MAKE_LOG, folder.path("maker"));  // its own place may be closed to that user
+  const std::string program = "setpriv --reuid 65534 --regid 65534 --clear-groups ./maker ";
+  const ProgramResult result =
+      vyn::test::runProgram({.words = {"/bin/sh", "-c", program + arguments + " #"},
+                             .directory = folder.path("")});
+  fs::remove(folder.path("maker"));
+  return result;
+}
+
+constexpr char kNoPermission[] =
+    ": no permission; change the permissions or choose another file\n";
+
+TEST(LogWritingFailure, FilesThatTheUserMayNotWriteAreKept) {
+  if (geteuid() != 0) {
+    GTEST_SKIP() << "only root can become another user";
+  }
+  const TempFolder folder;
+  fs::permissions(folder.path(""), fs::perms::all);
+  folder.add("theirs", "kept");
+  fs::permissions(folder.path("theirs"), fs::perms(0644));
+  for (const std::string arguments : {"-o theirs", "-o log --record theirs"}) {
+    const ProgramResult result = runAsNobody(folder, arguments);
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.errors, std::string("vyn-make-log: theirs") + kNoPermission);
+    EXPECT_EQ(readFile(folder.path("theirs")), "kept");
+    EXPECT_THAT(folder.files(), ElementsAre("theirs"));
+  }
+}
+
+// There only a file's owner may replace it; known before the record is written.
+TEST(LogWritingFailure, FilesOfOthersInAStickyFolderAreKept) {
+  if (geteuid() != 0) {
+    GTEST_SKIP() << "only root can become another user";
+  }
+  const TempFolder folder;
+  fs::permissions(folder.path(""), fs::perms::all | fs::perms::sticky_bit);
+  folder.add("theirs", "kept");
+  fs::permissions(folder.path("theirs"), fs::perms(0666));
+  const ProgramResult result = runAsNobody(folder, "-o theirs --record record");
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.errors, HasSubstr("vyn-make-log: theirs: "));
+  EXPECT_EQ(readFile(folder.path("theirs")), "kept");
+  EXPECT_THAT(folder.files(), ElementsAre("theirs"));
+}
+
+TEST(LogWriting, ALinkToNoFileYetIsFollowed) {
+  const TempFolder folder;
+  fs::create_symlink("log", folder.path("link"));
+  EXPECT_EQ(runMaker(folder, "-o link").exitStatus, 0);
+  EXPECT_TRUE(fs::is_symlink(folder.path("link")));
+  EXPECT_TRUE(fs::is_regular_file(folder.path("log")));
 }
 
 TEST(LogWritingFailure, FullDeviceIsNoticed) {
