@@ -9,7 +9,8 @@ namespace vyn::host {
 
 /// Why a document is not written, or breaks off.
 inline constexpr char kHoldsNoNumber[] =
-    "for the log holds a value that is not a number (NaN or infinity), which JSON cannot hold; read "
+    "for the log holds a value that is not a number (NaN or infinity), which JSON cannot hold; "
+    "read "
     "the log with --reader summary";
 
 /// Throws FileError unless `file` holds all that the reader had to write: readers do not notice

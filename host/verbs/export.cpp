@@ -49,8 +49,8 @@ void writeDocument(const LogFile& log, const files::NamedFile& file, const Outpu
   written.finish();
 }
 
-void exportTo(const LogFile& log, files::Destination destination, files::TempFile::Existing existing,
-              const OutputLimit& limit) {
+void exportTo(const LogFile& log, files::Destination destination,
+              files::TempFile::Existing existing, const OutputLimit& limit) {
   if (destination.stream.isOpen()) {
     writeDocument(log, {destination.stream.get(), destination.name}, limit);
     return;

@@ -83,8 +83,7 @@ FileDescriptor openStream(const std::string& name) {
   return stream;
 }
 
-FileDescriptor findStream(const std::string& name, const fs::path& path,
-                                 const struct stat& found) {
+FileDescriptor findStream(const std::string& name, const fs::path& path, const struct stat& found) {
   std::error_code error;
   if (!S_ISREG(found.st_mode) || fs::is_symlink(fs::symlink_status(path, error))) {
     return openStream(name);
@@ -97,10 +96,7 @@ FileDescriptor findStream(const std::string& name, const fs::path& path,
 
 Destination findDestination(const std::string& name) {
   if (name == kStandardOutput) {
-    return {kStandardOutputName,
-            duplicate({STDOUT_FILENO, kStandardOutputName}),
-            {},
-            {}};
+    return {kStandardOutputName, duplicate({STDOUT_FILENO, kStandardOutputName}), {}, {}};
   }
   const fs::path path = followLinks(name);
   if (const auto descriptor = descriptorOf(name, path)) {

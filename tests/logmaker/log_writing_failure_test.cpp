@@ -52,15 +52,13 @@ TEST(LogWritingFailure, MissingDirectoryIsNamed) {
 ProgramResult runAsNobody(const TempFolder& folder, const std::string& arguments) {
   fs::copy(VYN_MAKE_LOG, folder.path("maker"));  // its own place may be closed to that user
   const std::string program = "setpriv --reuid 65534 --regid 65534 --clear-groups ./maker ";
-  const ProgramResult result =
-      vyn::test::runProgram({.words = {"/bin/sh", "-c", program + arguments + " #"},
-                             .directory = folder.path("")});
+  ProgramResult result = vyn::test::runProgram(
+      {.words = {"/bin/sh", "-c", program + arguments + " #"}, .directory = folder.path("")});
   fs::remove(folder.path("maker"));
   return result;
 }
 
-constexpr char kNoPermission[] =
-    ": no permission; change the permissions or choose another file\n";
+constexpr char kNoPermission[] = ": no permission; change the permissions or choose another file\n";
 
 TEST(LogWritingFailure, FilesThatTheUserMayNotWriteAreKept) {
   if (geteuid() != 0) {
