@@ -70,7 +70,7 @@ void JsonText::preparePieces(std::size_t depth) {
     auto pieces = std::make_unique<Pieces>();
     pieces->lineBreak = ",\n" + std::string(m_pieces.size() * kIndentWidth, ' ');
     for (std::size_t key = 0; key < kJsonKeyNames.size(); ++key) {
-      pieces->keys[key] = pieces->lineBreak + '"' + std::string(kJsonKeyNames[key]) + "\": ";
+      pieces->keys[key] = pieces->lineBreak + '"' + std::string(kJsonKeyNames[key].name) + "\": ";
     }
     m_pieces.push_back(std::move(pieces));
   }
