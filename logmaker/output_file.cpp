@@ -16,14 +16,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kStandardOutput[] = "-";
 constexpr std::size_t kMostWaiting = std::size_t{1} << 16;  // bytes
 
 }  // namespace
 
 OutputFile::OutputFile(const std::string& name)
-    : m_name(name == kStandardOutput ? files::kStandardOutputName : name) {
-  if (name == kStandardOutput) {
+    : m_name(name == files::kStandardStreamPath ? files::kStandardOutputName : name) {
+  if (name == files::kStandardStreamPath) {
     m_stream = files::duplicate({STDOUT_FILENO, m_name});
   } else {
     open(name);

@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include "files/file_error.h"
+#include "files/standard_streams.h"
 
 namespace vyn::host {
 namespace {
@@ -48,7 +49,7 @@ LogFile findStandardInput() {
 }  // namespace
 
 LogFile findLog(const std::string& path) {
-  if (path == kStandardInput) {
+  if (path == files::kStandardStreamPath) {
     return findStandardInput();
   }
   LogFile log{path, {}, path};

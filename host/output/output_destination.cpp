@@ -109,7 +109,7 @@ void checkReplaceable(const std::string& name, const struct stat& found, const L
 }
 
 OutputDestination resolve(const std::string& name, const LogFile& log) {
-  if (name == "-") {
+  if (name == files::kStandardStreamPath) {
     return {files::kStandardOutputName,
             files::duplicate({STDOUT_FILENO, files::kStandardOutputName}),
             {},

@@ -8,6 +8,9 @@ namespace vyn::files {
 /// output fail; what goes to standard error is dropped.
 void prepareStandardStreams();
 
+/// The path, as the user gives it, that means standard input or standard output.
+inline constexpr char kStandardStreamPath[] = "-";
+
 /// What messages call standard output.
 inline constexpr char kStandardOutputName[] = "standard output";
 
