@@ -1,6 +1,5 @@
 #include "logmaker/backend_events.h"
 
-#include <array>
 #include <utility>
 
 namespace vyn::logmaker {

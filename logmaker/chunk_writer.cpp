@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "input/chunk_format.h"
+
 namespace vyn::logmaker {
 namespace {
 
@@ -97,10 +99,10 @@ void ChunkWriter::endChunk() {
   const auto messages = m_builder.CreateVector(m_messages);
   m_builder.Finish(schema::CreateProfileLog(m_builder, m_header, messages));
 
-  const auto length = flatbuffers::EndianScalar(m_builder.GetSize());
-  m_output.write(&length, sizeof(length));
+  const auto length = profiling::lengthBytes(m_builder.GetSize());
+  m_output.write(length.data(), length.size());
   m_output.write(m_builder.GetBufferPointer(), m_builder.GetSize());
-  m_bytesWritten += sizeof(length) + m_builder.GetSize();
+  m_bytesWritten += length.size() + m_builder.GetSize();
 
   m_builder.Clear();
   m_header = 0;

@@ -13,6 +13,8 @@
 
 #include "cli/sizes.h"
 #include "cli/usage_report.h"
+#include "files/file_descriptor.h"
+#include "files/standard_streams.h"
 #include "logmaker/number_options.h"
 
 namespace vyn::logmaker {
@@ -43,19 +45,17 @@ CLI::Validator named() {
   return {[](const std::string& name) { return name.empty() ? "the name is empty" : ""; }, ""};
 }
 
-constexpr char kStandardOutput[] = "-";
-
 std::optional<struct stat> statusOf(const std::string& name) {
   struct stat status {};
-  const int result =
-      name == kStandardOutput ? fstat(STDOUT_FILENO, &status) : stat(name.c_str(), &status);
+  const int result = name == files::kStandardStreamPath ? fstat(STDOUT_FILENO, &status)
+                                                        : stat(name.c_str(), &status);
   return result == 0 ? std::optional(status) : std::nullopt;
 }
 
 // Where no file is yet, the names tell.
 bool willBeSameFile(const std::string& left, const std::string& right) {
   std::error_code ignored;
-  return left != kStandardOutput && right != kStandardOutput &&
+  return left != files::kStandardStreamPath && right != files::kStandardStreamPath &&
          fs::weakly_canonical(fs::absolute(left, ignored), ignored) ==
              fs::weakly_canonical(fs::absolute(right, ignored), ignored);
 }
@@ -64,7 +64,7 @@ bool isSameFile(const std::string& left, const std::string& right) {
   const auto leftStatus = statusOf(left);
   const auto rightStatus = statusOf(right);
   if (leftStatus && rightStatus && !S_ISCHR(leftStatus->st_mode)) {
-    return leftStatus->st_dev == rightStatus->st_dev && leftStatus->st_ino == rightStatus->st_ino;
+    return files::isSameFile(*leftStatus, *rightStatus);
   }
   return left == right || willBeSameFile(left, right);
 }

@@ -7,6 +7,7 @@
 
 #include "files/file_descriptor.h"
 #include "files/file_error.h"
+#include "files/standard_streams.h"
 
 namespace vyn::host {
 namespace {
@@ -49,7 +50,7 @@ LogFile findStandardInput() {
 }  // namespace
 
 LogFile findLog(const std::string& path) {
-  if (path == kStandardInput) {
+  if (path == files::kStandardStreamPath) {
     return findStandardInput();
   }
   LogFile log{path, {}, path};

@@ -21,12 +21,9 @@ struct LogFile {
 inline constexpr char kNotEnoughMemory[] =
     "not enough memory to read it; free some memory or read a shorter log";
 
-/// The path that means standard input.
-inline constexpr char kStandardInput[] = "-";
-
 /// Finds the log without opening it, as opening a pipe would take its writer away from the reader.
-/// `path` as the user gave it; `kStandardInput` is one too. Throws FileError when it is not there,
-/// is a directory, or may not be read.
+/// `path` as the user gave it; files::kStandardStreamPath is one too. Throws FileError when it is
+/// not there, is a directory, or may not be read.
 LogFile findLog(const std::string& path);
 
 /// Throws FileError when the log has become shorter since it was found: what was read of it is not

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "host/input/log_file.h"
+#include "files/standard_streams.h"
 
 namespace vyn::host {
 namespace {
@@ -33,7 +33,7 @@ void refuseIgnoredOptions(const CLI::App& commandLine, OutputKind kind) {
 }
 
 void refuseForceWithoutFile(const CLI::App& commandLine, const std::string& path) {
-  if (path == kStandardInput) {
+  if (path == files::kStandardStreamPath) {
     refuse(commandLine, {"--force"},
            "has no effect on a log from standard input, whose document goes to standard output");
   }

@@ -1,6 +1,5 @@
 #include "host/output/document_check.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>

@@ -12,6 +12,7 @@
 
 #include "files/file_descriptor.h"
 #include "files/file_error.h"
+#include "files/standard_streams.h"
 #include "host/report_line.h"
 
 namespace vyn::host {
@@ -61,8 +62,8 @@ files::TempFile::Existing checkDefaultOutput(const std::string& name, const LogF
 
 DocumentPlace findDocumentPlace(const std::string& name, bool isReplaced, const LogFile& log) {
   if (!name.empty() || log.isStandardInput) {
-    return {findDestination(name.empty() ? "-" : name, log), files::TempFile::Existing::kReplaced,
-            ""};
+    return {findDestination(name.empty() ? files::kStandardStreamPath : name, log),
+            files::TempFile::Existing::kReplaced, ""};
   }
   const std::string file = fs::path(log.path).filename().string() + ".json";
   const auto existing =

@@ -10,7 +10,7 @@ namespace vyn::host {
 
 MappedFile::MappedFile(const files::NamedFile& file) : m_size(files::sizeOf(file)) {
   if (m_size == 0) {
-    return;  // which no mapping can have
+    return;  // mmap refuses to map an empty file
   }
   void* bytes = mmap(nullptr, m_size, PROT_READ, MAP_SHARED, file.descriptor, 0);
   if (bytes == MAP_FAILED) {

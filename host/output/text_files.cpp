@@ -5,6 +5,7 @@
 #include "host/saturating.h"
 
 namespace vyn::host {
+
 void TextFile::write(std::string_view text) {
   m_size = saturatingSum(m_size, text.size());
   m_limit.check(m_size, m_file.name);

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string_view>
+#include <utility>
 
 #include "export/json/json_export.h"
 #include "files/file_descriptor.h"

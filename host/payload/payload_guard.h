@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 

@@ -41,9 +41,9 @@ Repetition repetitionOf(const schema::Message& message) {
     case schema::MethodType::BACKEND_EXECUTE:
     case schema::MethodType::BACKEND_EXECUTE_ASYNC:
     case schema::MethodType::BACKEND_GRAPH_COMPONENT:
-      return {true, true};
+      return {.isForListings = true, .isForSubEvents = true};
     case schema::MethodType::APPLY_BINARY_SECTION:
-      return {true, false};
+      return {.isForListings = true, .isForSubEvents = false};
     default:
       return {};
   }
@@ -88,7 +88,7 @@ class Surveyor : public profiling::MessageSink {
       if (event->unit() == schema::EventUnit::OBJECT && event->secondaryName() != nullptr) {
         add(*event, repetition);
       }
-      add(event->subEvents(), {repetition.isForListings, false});
+      add(event->subEvents(), {.isForListings = repetition.isForListings, .isForSubEvents = false});
     }
   }
 

@@ -2,7 +2,6 @@
 
 #include <dlfcn.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <system_error>
 #include <vector>

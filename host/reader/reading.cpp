@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "files/file_error.h"
 #include "files/standard_streams.h"
 #include "host/output/document_check.h"
 #include "host/output/output_target.h"

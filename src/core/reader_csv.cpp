@@ -23,7 +23,9 @@ void VynProfileLogReader::writeCsv(std::ostream& stream) {
 }
 
 void VynProfileLogReader::writeCsvHeader(std::ostream& stream) {
-  writeHeaderLines(stream, {m_inputLogFileLocation, m_netRunVersion, m_backendVersion});
+  writeHeaderLines(stream, {.inputLogFileLocation = m_inputLogFileLocation,
+                            .netRunVersion = m_netRunVersion,
+                            .backendVersion = m_backendVersion});
 }
 
 void VynProfileLogReader::writeInitCsv(std::ostream& stream) {

@@ -114,12 +114,12 @@ std::string VynProfileLogReader::deriveQueueWaits() {
 
 void VynProfileLogReader::deriveInitTotals() {
   InitSteps steps;
-  steps.contextCreate = {.timestamp = m_contextCreateTimestamp, .duration = m_contextCreateTime};
+  steps.contextCreate = {.duration = m_contextCreateTime, .timestamp = m_contextCreateTimestamp};
   steps.composeGraphsDuration = m_composeGraphsTime;
   steps.finalizeGroups = m_hasFinalize ? &m_finalizeGroups : nullptr;
   if (m_hasCreateFromBinaryEvents) {
     steps.createFromBinary =
-        StepTime{.timestamp = m_createFromBinaryTimestamp, .duration = m_createFromBinaryTime};
+        StepTime{.duration = m_createFromBinaryTime, .timestamp = m_createFromBinaryTimestamp};
   }
   const StepTime init = initTimeOf(steps);
   m_initTimestamp = init.timestamp;

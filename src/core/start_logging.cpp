@@ -7,8 +7,8 @@
 
 namespace vyn::profiling {
 
-bool startLogging() {
-  if (log::initializeLogging(nullptr, static_cast<std::int32_t>(log::kError))) {
+bool startLogging(std::int32_t maxLevel) {
+  if (log::initializeLogging(nullptr, maxLevel)) {
     return true;
   }
   standardError() << "ERROR: Unable to initialize logging" << std::endl;

@@ -18,7 +18,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr char kStandardOutput[] = "-";
 constexpr int kMaxLinks = 40;  // as many as the kernel follows
 
 bool isOnProc(const fs::path& directory) {
@@ -95,7 +94,7 @@ FileDescriptor findStream(const std::string& name, const fs::path& path, const s
 }  // namespace
 
 Destination findDestination(const std::string& name) {
-  if (name == kStandardOutput) {
+  if (name == kStandardStreamPath) {
     return {kStandardOutputName, duplicate({STDOUT_FILENO, kStandardOutputName}), {}, {}};
   }
   const fs::path path = followLinks(name);

@@ -18,7 +18,8 @@ void fillDescriptor(int descriptor) {
   if (fcntl(descriptor, F_GETFD) != -1 || errno != EBADF) {
     return;
   }
-  // The wrong way round, but for standard error: what nobody gives or gets must fail.
+  // Standard input is opened for writing and standard output for reading, so that using them fails:
+  // there is no input, and nobody would get the output. What goes to standard error is dropped.
   const int mode = descriptor == STDOUT_FILENO ? O_RDONLY : O_WRONLY;
   [[maybe_unused]] const int filled = open("/dev/null", mode);  // takes the lowest free number
 }

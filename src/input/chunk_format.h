@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -10,6 +12,11 @@ namespace vyn::profiling {
 /// The length before each chunk: unsigned, in the little-endian order of the machines that this
 /// runs on.
 using ChunkLength = std::uint32_t;
+
+/// The bytes of a length, as they stand before the chunk.
+inline std::array<std::uint8_t, sizeof(ChunkLength)> lengthBytes(ChunkLength length) {
+  return std::bit_cast<std::array<std::uint8_t, sizeof(ChunkLength)>>(length);
+}
 
 /// Shortest chunk, in bytes, that can hold a FlatBuffers buffer.
 inline constexpr std::size_t kMinChunkSize = 12;

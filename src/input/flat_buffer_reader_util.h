@@ -22,7 +22,8 @@ class FlatBufferReaderUtil {
   /// and then still stands where it stood before.
   bool load(const Chunk& chunk);
 
-  /// The same for a chunk that fills its buffer.
+  /// The same for a chunk that fills its buffer. The vector's size stays 0: its capacity tells how
+  /// many bytes there are.
   bool load(const ChunkBuffer& buffer) { return load(Chunk{buffer, buffer->capacity()}); }
 
   /// The first header that any chunk carried, or null. Its bytes are gone with its chunk, so it may

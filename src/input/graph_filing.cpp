@@ -38,8 +38,9 @@ std::vector<EventNode> extractEvents(std::vector<EventNode>& events, schema::Eve
 }
 
 ExecutionRecord decodeExecution(const schema::Message& message, std::list<std::string>& strings) {
-  return {messageDuration(message), message.header()->timestamp(),
-          decodeEvents(message.profilingEvents(), strings)};
+  return {.duration = messageDuration(message),
+          .timestamp = message.header()->timestamp(),
+          .events = decodeEvents(message.profilingEvents(), strings)};
 }
 
 void keepInitEvents(std::vector<EventNode>&& initEvents, const GraphStores& stores) noexcept {
@@ -103,9 +104,11 @@ bool fileFinalize(const schema::Message& message, const GraphStores& stores) {
   std::list<std::string> strings;
   ExecutionRecord record = decodeExecution(message, strings);
   auto initEvents = extractEvents(record.events, schema::EventType::INIT);
-  addFinalizeGroup(
-      {message.graphName()->str(), record.duration, record.timestamp, std::move(record.events)},
-      stores);
+  addFinalizeGroup({.name = message.graphName()->str(),
+                    .duration = record.duration,
+                    .timestamp = record.timestamp,
+                    .events = std::move(record.events)},
+                   stores);
   stores.hasFinalize = true;
   keepInitEvents(std::move(initEvents), stores);
   keepStrings(strings, stores);
@@ -122,8 +125,10 @@ bool fileGraphComponent(const schema::Message& message, const GraphStores& store
   ExecutionRecord record;
   record.events = decodeEvents(message.profilingEvents(), strings);
   auto initEvents = extractEvents(record.events, schema::EventType::INIT);
-  EventGroup finalize{message.graphName()->str(), 0, 0,
-                      extractEvents(record.events, schema::EventType::FINALIZE)};
+  EventGroup finalize{.name = message.graphName()->str(),
+                      .duration = 0,
+                      .timestamp = 0,
+                      .events = extractEvents(record.events, schema::EventType::FINALIZE)};
   makeRoomForOne(stores.finalizeGroups);
   addExecution(message, std::move(record), stores);
   addFinalizeGroup(std::move(finalize), stores);

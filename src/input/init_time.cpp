@@ -5,8 +5,8 @@ namespace vyn::profiling {
 StepTime initTimeOf(const InitSteps& steps) {
   StepTime init;
   if (steps.finalizeGroups != nullptr) {
-    init = {steps.contextCreate.timestamp,
-            steps.contextCreate.duration + steps.composeGraphsDuration};
+    init = {.duration = steps.contextCreate.duration + steps.composeGraphsDuration,
+            .timestamp = steps.contextCreate.timestamp};
     for (const EventGroup& group : *steps.finalizeGroups) {
       init.duration += group.duration;
     }

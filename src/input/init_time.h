@@ -8,10 +8,10 @@
 
 namespace vyn::profiling {
 
-/// When a step was, as its message says, and how long it took in microseconds.
+/// How long a step took, in microseconds, and when it was, as its message says.
 struct StepTime {
-  std::uint64_t timestamp = 0;
   std::uint64_t duration = 0;
+  std::uint64_t timestamp = 0;
 };
 
 /// The steps that initialisation may have been made of.

@@ -6,7 +6,12 @@ namespace vyn::profiling {
 namespace {
 
 EventGroup figureOf(const ExecutionGroup& group, const ExecutionRecord& record) {
-  return {group.name, record.duration, record.timestamp, {}};
+  return {
+      .name = group.name,
+      .duration = record.duration,
+      .timestamp = record.timestamp,
+      .events = {},
+  };
 }
 
 template <typename Figure>
@@ -24,7 +29,12 @@ EventGroup averageOf(const ExecutionGroup& group) {
   for (const ExecutionRecord& record : group.records) {
     durations += record.duration;
   }
-  return {group.name, durations / group.records.size(), group.records.back().timestamp, {}};
+  return {
+      .name = group.name,
+      .duration = durations / group.records.size(),
+      .timestamp = group.records.back().timestamp,
+      .events = {},
+  };
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // Messages of steps of the whole run, of which the last one that is taken counts.
 
 #include <list>
-#include <utility>
 
 #include "input/event_decoder.h"
 #include "input/message_duration.h"

@@ -3,6 +3,7 @@
 #include <rapidjson/prettywriter.h>
 
 #include "json/block_output_stream.h"
+#include "json/escaping.h"
 #include "json/throwing_allocator.h"
 
 namespace vyn::profiling {
@@ -17,7 +18,7 @@ class DocumentWriter : public rapidjson::PrettyWriter<BlockOutputStream, rapidjs
   explicit DocumentWriter(BlockOutputStream& stream) : PrettyWriter(stream) {}
 
   bool String(const char* text, rapidjson::SizeType length, bool copy) {
-    if (needsEscaping(text, length)) {
+    if (needsEscaping({text, length})) {
       return PrettyWriter::String(text, length, copy) && !os_->hasFailed();
     }
     putQuoted(text, length);
@@ -36,16 +37,6 @@ class DocumentWriter : public rapidjson::PrettyWriter<BlockOutputStream, rapidjs
     os_->Put('"');
     os_->put(text, length);
     os_->Put('"');
-  }
-
-  static bool needsEscaping(const char* text, rapidjson::SizeType length) {
-    bool found = false;
-    // Without a way out, so that the compiler can look at many bytes at once.
-    for (rapidjson::SizeType i = 0; i < length; ++i) {
-      const auto byte = static_cast<unsigned char>(text[i]);
-      found |= byte < 0x20 || byte == '"' || byte == '\\';
-    }
-    return found;
   }
 };
 

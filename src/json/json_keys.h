@@ -37,40 +37,56 @@ enum class JsonKey : std::size_t {
   kSubEvents,
 };
 
-inline constexpr std::array<std::string_view, 27> kJsonKeyNames{
-    "metadata",
-    "messages",
-    "inputLogFileLocation",
-    "timeScale",
-    "epochTime",
-    "timestamp",
-    "version",
-    "major",
-    "minor",
-    "teeny",
-    "vynProfileViewerVersion",
-    "vynNetRunVersion",
-    "backendVersion",
-    "header",
-    "sequenceNumber",
-    "method",
-    "appMetrics",
-    "startTime",
-    "stopTime",
-    "startMem",
-    "stopMem",
-    "profilingEvents",
-    "identifier",
-    "unit",
-    "type",
-    "value",
-    "sub-events",
+struct NamedJsonKey {
+  JsonKey key;
+  std::string_view name;
 };
 
-constexpr std::string_view nameOf(JsonKey key) {
-  return kJsonKeyNames[static_cast<std::size_t>(key)];
-}
+/// By the key's number.
+inline constexpr auto kJsonKeyNames = std::to_array<NamedJsonKey>({
+    {JsonKey::kMetadata, "metadata"},
+    {JsonKey::kMessages, "messages"},
+    {JsonKey::kInputLogFileLocation, "inputLogFileLocation"},
+    {JsonKey::kTimeScale, "timeScale"},
+    {JsonKey::kEpochTime, "epochTime"},
+    {JsonKey::kTimestamp, "timestamp"},
+    {JsonKey::kVersion, "version"},
+    {JsonKey::kMajor, "major"},
+    {JsonKey::kMinor, "minor"},
+    {JsonKey::kTeeny, "teeny"},
+    {JsonKey::kVynProfileViewerVersion, "vynProfileViewerVersion"},
+    {JsonKey::kVynNetRunVersion, "vynNetRunVersion"},
+    {JsonKey::kBackendVersion, "backendVersion"},
+    {JsonKey::kHeader, "header"},
+    {JsonKey::kSequenceNumber, "sequenceNumber"},
+    {JsonKey::kMethod, "method"},
+    {JsonKey::kAppMetrics, "appMetrics"},
+    {JsonKey::kStartTime, "startTime"},
+    {JsonKey::kStopTime, "stopTime"},
+    {JsonKey::kStartMem, "startMem"},
+    {JsonKey::kStopMem, "stopMem"},
+    {JsonKey::kProfilingEvents, "profilingEvents"},
+    {JsonKey::kIdentifier, "identifier"},
+    {JsonKey::kUnit, "unit"},
+    {JsonKey::kType, "type"},
+    {JsonKey::kValue, "value"},
+    {JsonKey::kSubEvents, "sub-events"},
+});
 
-static_assert(nameOf(JsonKey::kSubEvents) == "sub-events", "one name for each key");
+static_assert(
+    [] {
+      std::size_t count = 0;
+      for (const NamedJsonKey& named : kJsonKeyNames) {
+        if (named.key != JsonKey{count++}) {
+          return false;
+        }
+      }
+      return JsonKey{count - 1} == JsonKey::kSubEvents;
+    }(),
+    "each key has its name in its place");
+
+constexpr std::string_view nameOf(JsonKey key) {
+  return kJsonKeyNames[static_cast<std::size_t>(key)].name;
+}
 
 }  // namespace vyn::profiling

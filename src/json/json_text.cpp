@@ -7,20 +7,12 @@
 #include <cmath>
 #include <utility>
 
+#include "json/escaping.h"
+
 namespace vyn::profiling {
 namespace {
 
 constexpr std::size_t kIndentWidth = 4;  // blanks for each depth
-
-bool needsEscaping(std::string_view text) {
-  bool found = false;
-  // No early exit, so that the compiler can vectorise the loop.
-  for (const char character : text) {
-    const auto byte = static_cast<unsigned char>(character);
-    found |= byte < 0x20 || byte == '"' || byte == '\\';
-  }
-  return found;
-}
 
 }  // namespace
 
@@ -78,7 +70,7 @@ void JsonText::preparePieces(std::size_t depth) {
     auto pieces = std::make_unique<Pieces>();
     pieces->lineBreak = ",\n" + std::string(m_pieces.size() * kIndentWidth, ' ');
     for (std::size_t key = 0; key < kJsonKeyNames.size(); ++key) {
-      pieces->keys[key] = pieces->lineBreak + '"' + std::string(kJsonKeyNames[key]) + "\": ";
+      pieces->keys[key] = pieces->lineBreak + '"' + std::string(kJsonKeyNames[key].name) + "\": ";
     }
     m_pieces.push_back(std::move(pieces));
   }

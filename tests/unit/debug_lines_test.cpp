@@ -1,10 +1,11 @@
-// What the readers say to developers: the JSON reader starts logging for errors only, so the linker
-// makes its logger the most talkative one here.
+// What the readers say to developers: the JSON reader starts logging for errors only, so this
+// program has a startLogging of its own.
 
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "core/start_logging.h"
 #include "core/vyn_profile_log_reader.h"
 #include "core/vyn_profile_log_reader_json.h"
 #include "log/logger_registry.h"
@@ -12,22 +13,12 @@
 #include "support/log_message.h"
 #include "support/temp_folder.h"
 
-namespace vyn::log {
+namespace vyn::profiling {
 
-// The linker turns the readers' calls of initializeLogging into calls of the first; see
-// CMakeLists.txt.
-bool talkativeInitialization(LogCallback callback, std::int32_t maxLevel) __asm__(
-    "__wrap__ZN3vyn3log17initializeLoggingEPFvPKcjmP13__va_list_tagEi");
-bool realInitialization(LogCallback callback, std::int32_t maxLevel) __asm__(
-    "__real__ZN3vyn3log17initializeLoggingEPFvPKcjmP13__va_list_tagEi");
-
-bool talkativeInitialization(LogCallback callback, std::int32_t /*maxLevel*/) {
-  return realInitialization(callback, kDebug);
+bool startLogging(std::int32_t /*maxLevel*/) {
+  return log::initializeLogging(nullptr, log::kDebug);
 }
 
-}  // namespace vyn::log
-
-namespace vyn::profiling {
 namespace {
 
 using test::printedBy;

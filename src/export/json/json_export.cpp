@@ -8,7 +8,8 @@
 namespace vyn::profiling {
 namespace {
 
-constexpr std::size_t kBracketSize = 1;  // of the document, which metadata puts there instead
+// Bytes of the opening bracket that the spool begins with; the document has got its own by then.
+constexpr std::size_t kBracketSize = 1;
 
 }  // namespace
 
