@@ -2,6 +2,7 @@
 // readers read it alike and see the same messages.
 
 #include <algorithm>
+#include <cstring>
 #include <vector>
 
 #include "both_readers.h"
@@ -14,9 +15,9 @@ namespace {
 
 std::vector<std::uint8_t> framed(const std::uint8_t* data, std::size_t size) {
   const auto length = static_cast<vyn::profiling::ChunkLength>(size);
-  const auto* lengthBytes = reinterpret_cast<const std::uint8_t*>(&length);
-  std::vector<std::uint8_t> log(lengthBytes, lengthBytes + sizeof(length));
-  log.insert(log.end(), data, data + size);
+  std::vector<std::uint8_t> log(sizeof(length) + size);
+  std::memcpy(log.data(), &length, sizeof(length));
+  std::copy_n(data, size, log.data() + sizeof(length));
   return log;
 }
 

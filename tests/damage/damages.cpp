@@ -3,22 +3,43 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <stdexcept>
 #include <utility>
 #include <vector>
+
+#include "input/byte_source.h"
+#include "input/chunk_walk.h"
 
 namespace vyn::test {
 namespace {
 
+using profiling::ChunkLength;
 using Chunks = std::vector<std::string>;  // each with its length in front
 
-Chunks chunksOf(const std::string& log) {
-  Chunks chunks;
-  for (std::size_t start = 0; start < log.size(); start += chunks.back().size()) {
-    std::uint32_t length = 0;
-    std::memcpy(&length, log.data() + start, sizeof(length));
-    chunks.push_back(log.substr(start, sizeof(length) + length));
+// Copies a sound log's chunks.
+class Cutter : public profiling::ChunkSink {
+ public:
+  explicit Cutter(const std::string& log) : m_log(log) {}
+
+  bool take(const profiling::Chunk& /*chunk*/, const profiling::ChunkPlace& place) override {
+    m_chunks.push_back(m_log.substr(place.offset, sizeof(ChunkLength) + place.announced));
+    return true;
   }
-  return chunks;
+
+  const Chunks& chunks() const { return m_chunks; }
+
+ private:
+  const std::string& m_log;
+  Chunks m_chunks;
+};
+
+Chunks chunksOf(const std::string& log) {
+  profiling::MemorySource source({reinterpret_cast<const std::uint8_t*>(log.data()), log.size()});
+  Cutter cutter(log);
+  if (profiling::walkChunks(source, cutter).end != profiling::WalkEnd::kEndOfLog) {
+    throw std::invalid_argument("the log to damage is not made of whole chunks");
+  }
+  return cutter.chunks();
 }
 
 std::string joined(const Chunks& chunks) {
@@ -33,7 +54,7 @@ std::string joined(const Chunks& chunks) {
 // padding, which is not missed.
 Expectation expectationOfCut(std::size_t rest, std::size_t chunkSize) {
   constexpr std::size_t kMaxPadding = 7;
-  if (rest < sizeof(std::uint32_t)) {
+  if (rest < sizeof(ChunkLength)) {
     return Expectation::kSound;
   }
   return chunkSize - rest > kMaxPadding ? Expectation::kDamaged : Expectation::kEither;

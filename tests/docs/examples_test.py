@@ -2,12 +2,11 @@
 
 import os
 import re
-import subprocess
-import tempfile
 import unittest
 from pathlib import Path
 
 from marked_blocks import blocks
+from support.programs import run, temp_folder
 
 EXAMPLES = Path(os.environ["VYN_SOURCE_DIR"], "examples")
 PROGRAMS = os.environ["VYN_BUILD_DIR"] + "/bin"
@@ -18,12 +17,11 @@ class ExamplesTest(unittest.TestCase):
     def read(self, name):
         """What the page's commands print of a sample."""
         (commands,) = blocks(EXAMPLES / "README.md", "sh")
-        with tempfile.TemporaryDirectory() as folder:
-            commands = commands.replace("name=synchronous", f"name={name}").replace("/tmp", folder)
+        with temp_folder() as folder:
+            commands = commands.replace("name=synchronous", f"name={name}")
             path = f"{PROGRAMS}:{FLATC}:{os.environ['PATH']}"
-            return subprocess.run(["bash", "-e", "-c", commands], cwd=EXAMPLES, check=True,
-                                  text=True, env={**os.environ, "PATH": path},
-                                  stdout=subprocess.PIPE).stdout
+            return run("bash", "-e", "-c", commands.replace("/tmp", str(folder)), folder=EXAMPLES,
+                       environment={"PATH": path}, text=True).stdout
 
     def test_every_sample_is_in_the_table(self):
         page = (EXAMPLES / "README.md").read_text(encoding="utf-8")

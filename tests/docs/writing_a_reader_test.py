@@ -1,12 +1,10 @@
 """The reader of docs/writing-a-reader.md builds against the package and prints what is shown."""
 
 import os
-import subprocess
-import tempfile
 import unittest
-from pathlib import Path
 
 from marked_blocks import blocks
+from support.programs import run, temp_folder
 
 DOCUMENT = os.environ["VYN_SOURCE_DIR"] + "/docs/writing-a-reader.md"
 BUILD = os.environ["VYN_BUILD_DIR"]
@@ -15,14 +13,10 @@ BUILD = os.environ["VYN_BUILD_DIR"]
 class WritingAReaderTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.folder = Path(folder.name)
+        cls.folder = cls.enterClassContext(temp_folder())
         prefix = cls.folder / "installed"
-        subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix], check=True,
-                       stdout=subprocess.DEVNULL)
-        cls.environment = {**os.environ, "PREFIX": str(prefix),
-                           "PATH": f"{prefix}/bin:{os.environ['PATH']}"}
+        run("cmake", "--install", BUILD, "--prefix", prefix)
+        cls.environment = {"PREFIX": str(prefix), "PATH": f"{prefix}/bin:{os.environ['PATH']}"}
         for language, name in (("cpp", "execution_counter.cpp"), ("cmake", "CMakeLists.txt")):
             (code,) = blocks(DOCUMENT, language)
             (cls.folder / name).write_text(code, encoding="utf-8")
@@ -32,12 +26,9 @@ class WritingAReaderTest(unittest.TestCase):
 
     @classmethod
     def run_steps(cls, commands):
-        result = subprocess.run(["bash", "-e", "-c", commands], cwd=cls.folder, text=True,
-                                env=cls.environment, check=False, stdout=subprocess.PIPE,
-                                stderr=subprocess.STDOUT)
-        if result.returncode != 0:
-            raise AssertionError(f"status {result.returncode}: {result.stdout}")
-        return result.stdout
+        """What the commands write, to standard error too."""
+        return run("bash", "-e", "-c", "exec 2>&1\n" + commands, folder=cls.folder,
+                   environment=cls.environment, text=True).stdout
 
     def test_prints_what_the_page_shows(self):
         (shown,) = blocks(DOCUMENT, "text")

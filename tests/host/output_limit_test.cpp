@@ -1,8 +1,7 @@
-#include <profile_log_generated.h>
 #include <sys/resource.h>
 
 #include "host/host_fixture.h"
-#include "support/json_log.h"
+#include "support/shared_log.h"
 
 namespace vyn::test {
 namespace {
@@ -108,22 +107,6 @@ TEST_F(OutputLimitTest, OtherTextsAreWrongUsage) {
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 
-// One text that very many events share.
-std::string amplifyingLog(std::size_t textSize, std::size_t count) {
-  namespace schema = profiling::schema;
-  flatbuffers::FlatBufferBuilder builder;
-  const auto event =
-      schema::CreateEvent(builder, builder.CreateString(std::string(textSize, '\x01')));
-  const auto events =
-      builder.CreateVector(std::vector<flatbuffers::Offset<schema::Event>>(count, event));
-  const auto header = schema::CreateMessageHeader(builder);
-  const auto metrics = schema::CreateAppMetrics(builder);
-  const auto message = schema::CreateMessage(builder, header, schema::MethodType::BACKEND_EXECUTE,
-                                             metrics, 0, events);
-  builder.Finish(schema::CreateProfileLog(builder, 0, builder.CreateVector({message})));
-  return framed({reinterpret_cast<const char*>(builder.GetBufferPointer()), builder.GetSize()});
-}
-
 double childSeconds() {
   rusage usage{};
   getrusage(RUSAGE_CHILDREN, &usage);
@@ -133,7 +116,7 @@ double childSeconds() {
 
 // The document would have 60 GB, for each byte of its texts needs escaping.
 TEST_F(OutputLimitTest, AnAmplifiedDocumentIsStoppedAtOnce) {
-  write("run.log", amplifyingLog(200'000, 50'000));
+  write("run.log", logOfSharedEvent(50'000, 200'000, '\x01'));
   const double before = childSeconds();
   EXPECT_THAT(runLimited(10'000'000, {"-o", "out.json"}),
               FailsWith(tooLarge("out.json", 10'000'000)));

@@ -1,9 +1,9 @@
 // What is done about the names that a log gives its payloads, before any is written.
 
-#include <profile_log_generated.h>
 #include <sys/stat.h>
 
 #include "host/nobody_fixture.h"
+#include "support/shared_log.h"
 
 namespace vyn::test {
 namespace {
@@ -235,32 +235,8 @@ TEST_F(PayloadNamesTest, CountAtLeastABlockForEachFile) {
 }
 
 // A payload of a top-level event is written once more for each of its sub-events.
-std::string logOfVeryManyFiles() {
-  namespace schema = profiling::schema;
-  constexpr std::size_t kCount = 600;
-  flatbuffers::FlatBufferBuilder builder;
-  const auto name = builder.CreateString("x.bin");
-  schema::EventBuilder subEvent(builder);
-  const auto below = subEvent.Finish();
-  const auto subEvents =
-      builder.CreateVector(std::vector<flatbuffers::Offset<schema::Event>>(kCount, below));
-  schema::EventBuilder event(builder);
-  event.add_unit(schema::EventUnit::OBJECT);
-  event.add_secondaryName(name);
-  event.add_subEvents(subEvents);
-  const auto above = event.Finish();
-  const auto events =
-      builder.CreateVector(std::vector<flatbuffers::Offset<schema::Event>>(kCount, above));
-  const auto header = schema::CreateMessageHeader(builder);
-  const auto metrics = schema::CreateAppMetrics(builder);
-  const auto message = schema::CreateMessage(builder, header, schema::MethodType::BACKEND_EXECUTE,
-                                             metrics, 0, events);
-  builder.Finish(schema::CreateProfileLog(builder, 0, builder.CreateVector({message})));
-  return framed({reinterpret_cast<const char*>(builder.GetBufferPointer()), builder.GetSize()});
-}
-
 TEST_F(PayloadNamesTest, ASmallLogCannotFillTheDiskWithFiles) {
-  write("run.log", logOfVeryManyFiles());
+  write("run.log", logOfPayloadAboveEvents("x.bin", 600));
   const ProgramResult result = runInShell("timeout --signal=KILL 2 \"$0\" \"$@\"",
                                           {"run.log", "-r", "summary", "--payloads"});
   EXPECT_THAT(result,

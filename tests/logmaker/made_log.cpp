@@ -3,11 +3,32 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
+#include <cstdint>
 #include <iterator>
 #include <stdexcept>
 
+#include "input/byte_source.h"
+#include "input/chunk_walk.h"
+
 namespace vyn::logmaker::test {
+namespace {
+
+// Keeps the chunks. Unlike the readers it wants their data aligned.
+class WholeChunks : public profiling::ChunkSink {
+ public:
+  explicit WholeChunks(std::vector<profiling::Chunk>& chunks) : m_chunks(chunks) {}
+
+  bool take(const profiling::Chunk& chunk, const profiling::ChunkPlace& /*place*/) override {
+    m_chunks.push_back(chunk);
+    return flatbuffers::Verifier(chunk.data(), chunk.size)
+        .VerifyBuffer<schema::ProfileLog>(nullptr);
+  }
+
+ private:
+  std::vector<profiling::Chunk>& m_chunks;
+};
+
+}  // namespace
 
 ProgramResult runMaker(const TempFolder& folder, const std::string& arguments,
                        const std::string& before) {
@@ -17,25 +38,11 @@ ProgramResult runMaker(const TempFolder& folder, const std::string& arguments,
 }
 
 MadeLog::MadeLog(const std::string& bytes) {
-  std::size_t position = 0;
-  while (position < bytes.size()) {
-    std::uint32_t length = 0;
-    if (bytes.size() - position < sizeof(length)) {
-      throw std::runtime_error("the log ends in a length");
-    }
-    std::memcpy(&length, bytes.data() + position, sizeof(length));
-    position += sizeof(length);
-    if (bytes.size() - position < length) {
-      throw std::runtime_error("the log ends in a chunk");
-    }
-    const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(position);
-    m_chunks.emplace_back(begin, begin + length);
-    position += length;
-
-    flatbuffers::Verifier verifier(m_chunks.back().data(), length);
-    if (!verifier.VerifyBuffer<schema::ProfileLog>(nullptr)) {
-      throw std::runtime_error("a chunk is no whole buffer");
-    }
+  profiling::MemorySource source(
+      {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+  WholeChunks sink(m_chunks);
+  if (profiling::walkChunks(source, sink).end != profiling::WalkEnd::kEndOfLog) {
+    throw std::runtime_error("the log is not made of whole chunks");
   }
 }
 

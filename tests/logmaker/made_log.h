@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "input/chunk.h"
 #include "support/run_program.h"
 #include "support/temp_folder.h"
 #include "support/text_file.h"
@@ -36,14 +37,14 @@ class MadeLog {
   static MadeLog withOptions(const std::string& options);
 
   std::size_t chunkCount() const { return m_chunks.size(); }
-  std::size_t chunkSize(std::size_t index) const { return m_chunks[index].size(); }
+  std::size_t chunkSize(std::size_t index) const { return m_chunks[index].size; }
   const schema::ProfileLog& chunk(std::size_t index) const;
 
   std::vector<const schema::Message*> messages() const;
   std::vector<const schema::Message*> messagesOf(schema::MethodType method) const;
 
  private:
-  std::vector<std::vector<std::uint8_t>> m_chunks;
+  std::vector<profiling::Chunk> m_chunks;
 };
 
 using EventList = flatbuffers::Vector<flatbuffers::Offset<schema::Event>>;

@@ -9,8 +9,10 @@
 
 #include "support/loaded_plugin.h"
 #include "support/log_message.h"
+#include "support/replaced_new.h"
 #include "support/temp_folder.h"
 
+namespace vyn::test {
 namespace {
 
 constexpr std::size_t kChunkSize = std::size_t{8} * 1024 * 1024;  // bytes
@@ -18,7 +20,9 @@ constexpr std::size_t kChunkSize = std::size_t{8} * 1024 * 1024;  // bytes
 int g_largeBlocks = 0;  // of a chunk's size or more, handed out and not given back
 int g_mostLargeBlocks = 0;
 
-void* allocate(std::size_t size) {
+}  // namespace
+
+void* allocateBlock(std::size_t size) {
   void* block = std::malloc(size);
   if (block == nullptr) {
     throw std::bad_alloc();
@@ -29,31 +33,15 @@ void* allocate(std::size_t size) {
   return block;
 }
 
-void release(void* block) {
+void* allocateBlockOrNull(std::size_t size) noexcept { return std::malloc(size); }
+
+void releaseBlock(void* block) noexcept {
   if (malloc_usable_size(block) >= kChunkSize) {
     --g_largeBlocks;
   }
   std::free(block);
 }
 
-}  // namespace
-
-// The plug-ins' calls come here too. Not inlined, where GCC takes malloc and delete for a mismatch.
-[[gnu::noinline]] void* operator new(std::size_t size) { return allocate(size); }
-[[gnu::noinline]] void* operator new[](std::size_t size) { return allocate(size); }
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  return std::malloc(size);  // makes nothing but loggers
-}
-[[gnu::noinline]] void operator delete(void* block) noexcept { release(block); }
-[[gnu::noinline]] void operator delete[](void* block) noexcept { release(block); }
-[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
-  release(block);
-}
-[[gnu::noinline]] void operator delete[](void* block, std::size_t /*size*/) noexcept {
-  release(block);
-}
-
-namespace vyn::test {
 namespace {
 
 class ChunkMemory : public testing::TestWithParam<const char*> {};

@@ -7,6 +7,7 @@
 
 #include "support/log_event.h"
 #include "support/open_reader.h"
+#include "support/records.h"
 
 namespace vyn::test {
 namespace {
@@ -58,7 +59,8 @@ TEST_F(ConsoleBlocks, ComposeGraphsShowsItsTimeAlone) {
 
 TEST_F(ConsoleBlocks, FinalizeListsEventsOnlyUnderItsFlag) {
   m_reader.m_hasFinalize = true;
-  m_reader.m_finalizeGroups = {{"net0", 6, 1, {cycles("x", 1)}}, {"net1", 7, 2, {}}};
+  m_reader.m_finalizeGroups = {figure("net0", {.duration = 6}, {cycles("x", 1)}),
+                               figure("net1", {.duration = 7})};
   const std::string start =
       "Finalize Stats:\n" + dashes(15) + "Graph 0 (net0):\n    NetRun: 6 us\n";
   const std::string rest = "\nGraph 1 (net1):\n    NetRun: 7 us\n\n";
@@ -136,9 +138,10 @@ TEST_F(ConsoleBlocks, ExecutionsWithoutAnyAreHeadingsAndAnEmptyLine) {
 }
 
 TEST_F(ConsoleBlocks, SynchronousExecutionHasNoRoundTripEvenWithQueueWaits) {
-  m_reader.m_executeMin = {{"net0", 10, 1, {}}};
+  m_reader.m_executeMin = {figure("net0", {.duration = 10})};
   m_reader.m_executeGroups = {
-      {"net0", {{10, 1, {cycles("x", 1, {ofUnit(EventUnit::NONE, number("y", 2))})}}}}};
+      {"net0",
+       {execution({.duration = 10}, {cycles("x", 1, {ofUnit(EventUnit::NONE, number("y", 2))})})}}};
   m_reader.m_queueWaitMin = {{"net0", 4}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
             "Execute Stats (Min):\n" + kExecuteRules +
@@ -147,8 +150,10 @@ TEST_F(ConsoleBlocks, SynchronousExecutionHasNoRoundTripEvenWithQueueWaits) {
 
 TEST_F(ConsoleBlocks, AsynchronousAverageSubtractsTheMeanWait) {
   m_reader.m_asyncExecute = true;
-  m_reader.m_executeAverage = {{"net0", 1200, 1, {}}, {"net1", 50, 1, {}}};
-  m_reader.m_executeGroups = {{"net0", {{1200, 1, {cycles("x", 1)}}}}, {"net1", {{50, 1, {}}}}};
+  m_reader.m_executeAverage = {figure("net0", {.duration = 1200}),
+                               figure("net1", {.duration = 50})};
+  m_reader.m_executeGroups = {{"net0", {execution({.duration = 1200}, {cycles("x", 1)})}},
+                              {"net1", {execution({.duration = 50})}}};
   m_reader.m_queueWaitSeries = {{"net0", {100, 301}}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsAverage),
             "Execute Stats (Average):\n" + kExecuteRules +
@@ -160,7 +165,7 @@ TEST_F(ConsoleBlocks, AsynchronousAverageSubtractsTheMeanWait) {
 
 TEST_F(ConsoleBlocks, WaitLongerThanTheDurationWrapsAround) {
   m_reader.m_asyncExecute = true;
-  m_reader.m_executeMax = {{"net0", 1, 1, {}}};
+  m_reader.m_executeMax = {figure("net0", {.duration = 1})};
   m_reader.m_queueWaitMax = {{"net0", 2}};
   EXPECT_THAT(printed(&OpenReader::printExecuteStatsMax),
               HasSubstr("excluding queue wait): 18446744073709551615\n"));
@@ -168,7 +173,7 @@ TEST_F(ConsoleBlocks, WaitLongerThanTheDurationWrapsAround) {
 
 TEST_F(ConsoleBlocks, EmptySeriesCountsAsNoWaitAndHugeOnesDoNotOverflow) {
   m_reader.m_asyncExecute = true;
-  m_reader.m_executeAverage = {{"a", 7, 1, {}}, {"b", 7, 1, {}}};
+  m_reader.m_executeAverage = {figure("a", {.duration = 7}), figure("b", {.duration = 7})};
   m_reader.m_queueWaitSeries = {{"a", {}}, {"b", {18446744073709551615U, 18446744073709551615U}}};
   const std::string text = printed(&OpenReader::printExecuteStatsAverage);
   EXPECT_THAT(text, HasSubstr("excluding queue wait): 7\n"));
@@ -177,7 +182,8 @@ TEST_F(ConsoleBlocks, EmptySeriesCountsAsNoWaitAndHugeOnesDoNotOverflow) {
 
 TEST_F(ConsoleBlocks, MeanWaitIsOfDoublePrecision) {
   m_reader.m_asyncExecute = true;
-  m_reader.m_executeAverage = {{"a", 16777217, 1, {}}, {"b", 9007199254740993U, 1, {}}};
+  m_reader.m_executeAverage = {figure("a", {.duration = 16777217}),
+                               figure("b", {.duration = 9007199254740993U})};
   // 2^24 + 1, which no float holds, and 2^53 + 1, which no double holds.
   m_reader.m_queueWaitSeries = {{"a", {16777217}}, {"b", {9007199254740993U}}};
   const std::string text = printed(&OpenReader::printExecuteStatsAverage);
@@ -187,7 +193,7 @@ TEST_F(ConsoleBlocks, MeanWaitIsOfDoublePrecision) {
 
 TEST_F(ConsoleBlocks, FirstWaitOfANameCounts) {
   m_reader.m_asyncExecute = true;
-  m_reader.m_executeMin = {{"a", 10, 1, {}}};
+  m_reader.m_executeMin = {figure("a", {.duration = 10})};
   m_reader.m_queueWaitMin = {{"a", 1}, {"a", 2}};
   EXPECT_THAT(printed(&OpenReader::printExecuteStatsMin), HasSubstr("queue wait): 9\n"));
 }
@@ -195,8 +201,8 @@ TEST_F(ConsoleBlocks, FirstWaitOfANameCounts) {
 TEST_F(ConsoleBlocks, OmittedDetailsLeaveOutWaitAndEvents) {
   m_reader.m_asyncExecute = true;
   m_reader.m_omitExecuteDetails = true;
-  m_reader.m_executeMin = {{"a", 10, 1, {}}};
-  m_reader.m_executeGroups = {{"a", {{10, 1, {cycles("x", 1)}}}}};
+  m_reader.m_executeMin = {figure("a", {.duration = 10})};
+  m_reader.m_executeGroups = {{"a", {execution({.duration = 10}, {cycles("x", 1)})}}};
   m_reader.m_queueWaitMin = {{"a", 1}};
   EXPECT_EQ(printed(&OpenReader::printExecuteStatsMin),
             "Execute Stats (Min):\n" + kExecuteRules +
@@ -204,8 +210,11 @@ TEST_F(ConsoleBlocks, OmittedDetailsLeaveOutWaitAndEvents) {
 }
 
 TEST_F(ConsoleBlocks, FiguresListTheEventsOfTheirOwnExecutions) {
-  m_reader.m_executeGroups = {{"a", {{10, 1, {cycles("x", 10)}}, {20, 2, {cycles("x", 20)}}}}};
-  m_reader.m_executeAverage = m_reader.m_executeMin = m_reader.m_executeMax = {{"a", 1, 1, {}}};
+  m_reader.m_executeGroups = {{"a",
+                               {execution({.duration = 10}, {cycles("x", 10)}),
+                                execution({.duration = 20}, {cycles("x", 20)})}}};
+  m_reader.m_executeAverage = m_reader.m_executeMin =
+      m_reader.m_executeMax = {figure("a", {.duration = 1})};
   EXPECT_THAT(printed(&OpenReader::printExecuteStatsAverage), HasSubstr("(x): 15 "));
   EXPECT_THAT(printed(&OpenReader::printExecuteStatsMin), HasSubstr("(x): 10 "));
   EXPECT_THAT(printed(&OpenReader::printExecuteStatsMax), HasSubstr("(x): 20 "));
@@ -235,8 +244,8 @@ TEST_F(ConsoleBlocks, LibLoadTakesTheFirstValueWhateverItsType) {
 }
 
 TEST_F(ConsoleBlocks, AppliedBinarySectionsNeedTheirFlag) {
-  m_reader.m_applyBinarySectionAverage = {{"net0", 5, 1, {}}};
-  m_reader.m_applyBinarySectionGroups = {{"net0", {{5, 1, {cycles("x", 1)}}}}};
+  m_reader.m_applyBinarySectionAverage = {figure("net0", {.duration = 5})};
+  m_reader.m_applyBinarySectionGroups = {{"net0", {execution({.duration = 5}, {cycles("x", 1)})}}};
   EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsAverage), "");
   m_reader.m_hasApplyBinarySection = true;
   EXPECT_EQ(printed(&OpenReader::printApplyBinarySectionStatsAverage),
@@ -254,8 +263,9 @@ TEST_F(ConsoleBlocks, AppliedBinarySectionsWithoutGroupsHaveNoEmptyLine) {
 
 TEST_F(ConsoleBlocks, AppliedBinarySectionsListTheirOwnGroups) {
   m_reader.m_hasApplyBinarySection = true;
-  m_reader.m_applyBinarySectionMin = {{"fast", 5, 1, {}}};
-  m_reader.m_applyBinarySectionMax = {{"slow", 9, 1, {}}, {"other", 8, 1, {}}};
+  m_reader.m_applyBinarySectionMin = {figure("fast", {.duration = 5})};
+  m_reader.m_applyBinarySectionMax = {figure("slow", {.duration = 9}),
+                                      figure("other", {.duration = 8})};
   EXPECT_EQ(
       printed(&OpenReader::printApplyBinarySectionStatsMin),
       "ApplyBinarySection Stats (Min):\n" + dashes(35) + "Graph 0 (fast):\n    NetRun: 5 us\n\n");
@@ -267,7 +277,7 @@ TEST_F(ConsoleBlocks, AppliedBinarySectionsListTheirOwnGroups) {
 TEST_F(ConsoleBlocks, AppliedBinarySectionsHaveNoRoundTrip) {
   m_reader.m_asyncExecute = true;
   m_reader.m_hasApplyBinarySection = true;
-  m_reader.m_applyBinarySectionMin = {{"a", 5, 1, {}}};
+  m_reader.m_applyBinarySectionMin = {figure("a", {.duration = 5})};
   m_reader.m_queueWaitMin = {{"a", 1}};
   EXPECT_EQ(
       printed(&OpenReader::printApplyBinarySectionStatsMin),

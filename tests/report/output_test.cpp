@@ -79,7 +79,7 @@ TEST_F(Output, SecondListingFollowsTheFirstInTheFile) {
 }
 
 TEST_F(Output, FileThatCannotBeOpenedFailsAndPrintsNothing) {
-  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kError));
   const std::string path = m_folder.path("missing/out.csv");
   const std::string printed = printedBy([&] { EXPECT_FALSE(m_reader.generateOutput(path)); });
   log::terminateLogging();

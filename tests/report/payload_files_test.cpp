@@ -11,6 +11,7 @@
 #include "support/captured_output.h"
 #include "support/log_event.h"
 #include "support/open_reader.h"
+#include "support/records.h"
 
 namespace vyn::test {
 namespace {
@@ -74,7 +75,7 @@ TEST_F(PayloadFiles, NumberGoesBeforeTheDotThatANameEndsIn) {
 TEST_F(PayloadFiles, DotOfAFolderCountsLikeAnyOther) {
   std::filesystem::create_directory(m_folder.path("v1.2"));
   m_reader.writeObjectPayload(object(m_folder.path("v1.2/blob"), "first"));
-  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kError));
   const std::string printed =
       printedBy([&] { m_reader.writeObjectPayload(object(m_folder.path("v1.2/blob"), "second")); });
   log::terminateLogging();
@@ -181,7 +182,7 @@ TEST_F(PayloadFiles, NamelessPayloadIsNotWritten) {
 
 TEST_F(PayloadFiles, ListingGoesOnAfterAFileThatCannotBeMade) {
   m_reader.m_writeObjectPayloads = true;
-  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kError));
   std::ostringstream stream;
   const std::string printed = printedBy([&] {
     m_reader.printEvents(stream, {object(m_folder.path("no/x.bin"), "x"), cycles("a", 1)});
@@ -206,13 +207,13 @@ TEST_F(PayloadFiles, AreWrittenByTheListingOnlyWhenAskedFor) {
 
 TEST_F(PayloadFiles, AveragePassWritesEachOnceAndOnceMoreForEachChild) {
   m_reader.m_writeObjectPayloads = true;
-  m_reader.m_executeAverage = {{"net0", 1, 1, {}}};
+  m_reader.m_executeAverage = {figure("net0", {.duration = 1})};
   m_reader.m_executeGroups = {
       {"net0",
-       {{1,
-         1,
-         {object(m_folder.path("x.bin"), "x", {cycles("a", 1), cycles("b", 1), cycles("c", 1)})}},
-        {1, 2, {object(m_folder.path("y.bin"), "y")}}}}};
+       {execution({.timestamp = 1, .duration = 1},
+                  {object(m_folder.path("x.bin"), "x",
+                          {cycles("a", 1), cycles("b", 1), cycles("c", 1)})}),
+        execution({.timestamp = 2, .duration = 1}, {object(m_folder.path("y.bin"), "y")})}}};
   std::ostringstream stream;
   m_reader.printExecuteStatsAverage(stream);
   EXPECT_THAT(files(), UnorderedElementsAre("x.bin", "x_1.bin", "x_2.bin", "x_3.bin", "y.bin"));
@@ -221,9 +222,10 @@ TEST_F(PayloadFiles, AveragePassWritesEachOnceAndOnceMoreForEachChild) {
 TEST_F(PayloadFiles, AveragePassCountsEveryChildEvenWithOmittedDetails) {
   m_reader.m_writeObjectPayloads = true;
   m_reader.m_omitExecuteDetails = true;
-  m_reader.m_executeAverage = {{"net0", 1, 1, {}}};
+  m_reader.m_executeAverage = {figure("net0", {.duration = 1})};
   const Events children(9, cycles("a", 1));
-  m_reader.m_executeGroups = {{"net0", {{1, 1, {object(m_folder.path("x.bin"), "x", children)}}}}};
+  m_reader.m_executeGroups = {
+      {"net0", {execution({.duration = 1}, {object(m_folder.path("x.bin"), "x", children)})}}};
   std::ostringstream stream;
   m_reader.printExecuteStatsAverage(stream);
   EXPECT_THAT(files(), SizeIs(1 + 9));
@@ -239,7 +241,8 @@ TEST_F(PayloadFiles, AreWrittenOnlyWhenTheReadAskedForThem) {
 
 TEST_F(PayloadFiles, AveragePassIsSkippedWithoutAverages) {
   m_reader.m_writeObjectPayloads = true;
-  m_reader.m_executeGroups = {{"net0", {{1, 1, {object(m_folder.path("x.bin"), "x")}}}}};
+  m_reader.m_executeGroups = {
+      {"net0", {execution({.duration = 1}, {object(m_folder.path("x.bin"), "x")})}}};
   std::ostringstream stream;
   m_reader.printExecuteStatsAverage(stream);
   EXPECT_THAT(files(), IsEmpty());

@@ -5,6 +5,7 @@
 #include "report/every_step.h"
 #include "support/captured_output.h"
 #include "support/open_reader.h"
+#include "support/records.h"
 
 namespace vyn::test {
 namespace {
@@ -181,7 +182,7 @@ TEST_F(ReplacedListingsTest, AreHandedTheEventsOfTheBinaryWithoutInitEvents) {
 
 TEST_F(ReplacedListingsTest, AreNotCalledForFinalizeStepsWithoutTheirFlag) {
   ReplacedListings reader;
-  reader.m_finalizeGroups = {{"A", 1, 2, {}}};
+  reader.m_finalizeGroups = {figure("A", {.timestamp = 2, .duration = 1})};
   EXPECT_THAT(printed(reader), HasSubstr("Graph 0 (A):\n    NetRun: 1 us\n\n"));
   EXPECT_THAT(written(), Not(HasSubstr("2 FINALIZE")));
 }

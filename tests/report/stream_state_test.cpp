@@ -8,6 +8,7 @@
 #include "support/flush_recorder.h"
 #include "support/log_event.h"
 #include "support/open_reader.h"
+#include "support/records.h"
 
 namespace vyn::test {
 namespace {
@@ -79,7 +80,7 @@ TEST_F(StreamState, EachLineOfAWholeListingIsFlushed) {
 
 TEST_F(StreamState, RoundTripLineIsFlushedWithTheLineBehindIt) {
   m_reader.m_asyncExecute = true;
-  m_reader.m_executeMin = {{"a", 10, 1, {}}};
+  m_reader.m_executeMin = {figure("a", {.duration = 10})};
   m_reader.m_queueWaitMin = {{"a", 4}};
   FlushRecorder recorder;
   std::ostream stream(&recorder);

@@ -2,16 +2,16 @@
 
 import os
 import re
-import subprocess
 import unittest
 from pathlib import Path
+
+from support.programs import run
 
 SOURCE = Path(os.environ["VYN_SOURCE_DIR"])
 
 
 def make(*words):
-    return subprocess.run(["make", "--no-print-directory", "-C", SOURCE, *words], check=True,
-                          text=True, stdout=subprocess.PIPE).stdout
+    return run("make", "--no-print-directory", "-C", SOURCE, *words, text=True).stdout
 
 
 class MakefileTest(unittest.TestCase):

@@ -11,7 +11,7 @@ using testing::Not;
 
 class LogReading : public testing::Test {
  protected:
-  void SetUp() override { ASSERT_TRUE(log::initializeLogging(nullptr, 1)); }
+  void SetUp() override { ASSERT_TRUE(log::initializeLogging(nullptr, log::kError)); }
   void TearDown() override { log::terminateLogging(); }
 
   TempFolder m_folder;
@@ -48,7 +48,7 @@ TEST_F(LogReading, TakesPartOfALengthForTheEnd) {
 }
 
 TEST_F(LogReading, PassesOverAChunkWithoutHeaderAndMessages) {
-  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kDebug));
   OpenReader reader(m_folder.add("run.log", logOf({"{}", chunkOf({deInit({.duration = 7})})})));
   const std::string printed = printedBy([&] { EXPECT_TRUE(reader.readInputFile(false)); });
   log::terminateLogging();
@@ -61,7 +61,7 @@ TEST_F(LogReading, PassesOverAChunkWithoutHeaderAndMessages) {
 }
 
 TEST_F(LogReading, LooksAtTheFirstHeaderAlone) {
-  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kDebug));
   OpenReader reader(m_folder.add("run.log", logOf({"{header:{}}", "{header:{}}"})));
   const std::string printed = printedBy([&] { EXPECT_TRUE(reader.readInputFile(false)); });
   EXPECT_THAT(printed, Not(HasSubstr("Header details have been saved already.")));

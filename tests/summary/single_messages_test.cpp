@@ -113,7 +113,7 @@ TEST_F(SingleMessages, StopWithoutAStartIsADurationOfZero) {
 }
 
 TEST_F(SingleMessages, UnknownMethodsAreLoggedAndSkipped) {
-  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kError));
   read({stepOf(MethodType::NONE), stepOf(MethodType{12}), stepOf(MethodType{-1}), Message{},
         deInit()});
   log::terminateLogging();
@@ -148,7 +148,7 @@ TEST_F(SingleMessages, OnlyTakenOnesAreAnsweredWithTrue) {
 
 TEST_F(SingleMessages, NextMessageTellsWhatBecameOfIt) {
   OpenReader reader;
-  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kDebug));
   const std::string printed = printedBy([&] { EXPECT_FALSE(reader.processNextMessage()); });
   log::terminateLogging();
   EXPECT_TRUE(reader.m_reachedEof);

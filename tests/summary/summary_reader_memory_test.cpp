@@ -13,19 +13,18 @@
 #include "support/captured_output.h"
 #include "support/log_message.h"
 #include "support/open_reader.h"
+#include "support/replaced_new.h"
 
+namespace vyn::test {
 namespace {
 
 long g_allocationsLeft = -1;  // below 0: as many as there is memory for
 bool g_failed = false;
 long g_held = 0;  // blocks that are not freed yet
 
-void release(void* block) noexcept {
-  g_held -= block != nullptr ? 1 : 0;
-  std::free(block);
-}
+}  // namespace
 
-void* allocate(std::size_t size) {
+void* allocateBlock(std::size_t size) {
   if (g_allocationsLeft == 0) {
     g_allocationsLeft = -1;  // one failure; what deals with it has memory again
     g_failed = true;
@@ -39,25 +38,16 @@ void* allocate(std::size_t size) {
   return block != nullptr ? block : throw std::bad_alloc();
 }
 
-}  // namespace
-
-// Not inlined, where GCC takes malloc and delete for a mismatch.
-[[gnu::noinline]] void* operator new(std::size_t size) { return allocate(size); }
-[[gnu::noinline]] void* operator new[](std::size_t size) { return allocate(size); }
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+void* allocateBlockOrNull(std::size_t size) noexcept {
   ++g_held;
   return std::malloc(size);
 }
-[[gnu::noinline]] void operator delete(void* block) noexcept { release(block); }
-[[gnu::noinline]] void operator delete[](void* block) noexcept { release(block); }
-[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
-  release(block);
-}
-[[gnu::noinline]] void operator delete[](void* block, std::size_t /*size*/) noexcept {
-  release(block);
+
+void releaseBlock(void* block) noexcept {
+  g_held -= block != nullptr ? 1 : 0;
+  std::free(block);
 }
 
-namespace vyn::test {
 namespace {
 
 enum class Outcome { kRead, kRefused, kThrown };
@@ -187,7 +177,7 @@ std::string logOfAllKinds() {
 TEST(AllocationFailure, IsNeverTakenForSuccess) {
   const TempFolder folder;
   const std::string path = folder.add("run.log", logOfAllKinds());
-  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kError));
   int refused = 0;
   int thrown = 0;
   Outcome outcome = Outcome::kThrown;

@@ -1,11 +1,25 @@
-"""Makes logs of texts in the JSON form of the schema, by way of flatc."""
+"""Makes logs of texts in the JSON form of the schema, by way of flatc, and takes them apart."""
 
 from support.programs import run
+
+LENGTH_SIZE = 4  # bytes
+
+
+def length_bytes(length):
+    """A length as it stands in front of a chunk and of a text."""
+    return length.to_bytes(LENGTH_SIZE, "little")
 
 
 def framed(chunk):
     """A chunk with its length in front."""
-    return len(chunk).to_bytes(4, "little") + chunk
+    return length_bytes(len(chunk)) + chunk
+
+
+def unframed(log):
+    """The chunk of a log that has one alone."""
+    chunk = log[LENGTH_SIZE:]
+    assert log[:LENGTH_SIZE] == length_bytes(len(chunk)), "the log has more than one chunk"
+    return chunk
 
 
 def chunk_bytes(flatc, schema, text, folder):

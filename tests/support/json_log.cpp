@@ -20,6 +20,7 @@ std::string chunkBytes(const std::string& json) {
   return {bytes, parser.builder_.GetSize()};
 }
 
+// Spelled out by itself, so that what the readers take for a length is tested against it.
 std::string lengthBytes(std::size_t length) {
   std::string bytes;
   for (unsigned shift = 0; shift < 32; shift += 8) {

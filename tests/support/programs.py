@@ -23,5 +23,6 @@ def run(*words, folder=None, environment=None, status=0, text=False, timeout=Non
                             stdin=subprocess.DEVNULL, capture_output=True, text=text,
                             timeout=timeout, check=False)
     if status is not None and result.returncode != status:
-        raise AssertionError(f"{words} exits with {result.returncode}: {result.stderr!r}")
+        raise AssertionError(f"{words} exits with {result.returncode}: {result.stderr!r}; "
+                             f"its output ends in {result.stdout[-4000:]!r}")
     return result

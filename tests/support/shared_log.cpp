@@ -59,9 +59,9 @@ Event belowTwo(Builder& builder, Text identifier, const std::vector<Event>& even
 
 }  // namespace
 
-std::string logOfSharedEvent(std::size_t count, std::size_t length) {
+std::string logOfSharedEvent(std::size_t count, std::size_t length, char byte) {
   Builder builder;
-  const Text identifier = builder.CreateString(std::string(length, 'i'));
+  const Text identifier = builder.CreateString(std::string(length, byte));
   schema::EventBuilder event(builder);
   event.add_identifier(identifier);
   return logOfEvent(builder, event.Finish(), count);
@@ -120,6 +120,18 @@ std::string logOfPayloadsFor(const std::vector<std::string>& names, std::size_t 
   }
   const Text graphName = builder.CreateString("net");
   return logOfMessages(builder, {execution(builder, graphName, events)});
+}
+
+std::string logOfPayloadAboveEvents(const std::string& name, std::size_t count) {
+  Builder builder;
+  const Text fileName = builder.CreateString(name);
+  const Event below = eventOf(builder, builder.CreateString("i"));
+  const auto subEvents = builder.CreateVector(std::vector<Event>(count, below));
+  schema::EventBuilder event(builder);
+  event.add_unit(schema::EventUnit::OBJECT);
+  event.add_secondaryName(fileName);
+  event.add_subEvents(subEvents);
+  return logOfEvent(builder, event.Finish(), count);
 }
 
 std::string logOfSharedGraphName(std::size_t count, std::size_t length) {

@@ -9,8 +9,9 @@ namespace vyn::test {
 // Logs that name the same bytes over and over, which texts in the JSON form cannot. Each is one
 // chunk with its length in front; graphs are executed synchronously unless told otherwise.
 
-/// One execution that names the same event `count` times, with an identifier of `length` bytes.
-std::string logOfSharedEvent(std::size_t count, std::size_t length);
+/// One execution that names the same event `count` times, with an identifier of `length` times the
+/// same byte.
+std::string logOfSharedEvent(std::size_t count, std::size_t length, char byte = 'i');
 
 /// The same, but below two other events, where none is listed.
 std::string logOfUnlistedEvent(std::size_t count, std::size_t length);
@@ -28,6 +29,10 @@ std::string logOfSharedPayload(std::size_t count, std::size_t length);
 
 /// One execution with `count` payloads for each of the files.
 std::string logOfPayloadsFor(const std::vector<std::string>& names, std::size_t count);
+
+/// One execution that names the same payload for the file `count` times, which has `count`
+/// sub-events.
+std::string logOfPayloadAboveEvents(const std::string& name, std::size_t count);
 
 /// `count` executions whose graph names are one text of `length` bytes.
 std::string logOfSharedGraphName(std::size_t count, std::size_t length);

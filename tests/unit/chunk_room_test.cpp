@@ -17,7 +17,7 @@ TEST(ChunkRoom, IsReservedAndNotFilled) {
 }
 
 TEST(ChunkRoom, LengthThatNoVectorCanHaveIsLogged) {
-  ASSERT_TRUE(log::initializeLogging(nullptr, 1));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kError));
   const std::string printed = test::printedBy(
       [] { EXPECT_EQ(makeChunkOrLog(std::numeric_limits<std::size_t>::max()), nullptr); });
   log::terminateLogging();

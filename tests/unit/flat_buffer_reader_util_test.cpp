@@ -22,7 +22,7 @@ ChunkBuffer bufferOf(const std::string& bytes) {
 
 class ReaderUtil : public testing::Test {
  protected:
-  void SetUp() override { ASSERT_TRUE(log::initializeLogging(nullptr, 5)); }
+  void SetUp() override { ASSERT_TRUE(log::initializeLogging(nullptr, log::kDebug)); }
   void TearDown() override { log::terminateLogging(); }
 
   ChunkBuffer load(const std::string& json) {

@@ -139,7 +139,7 @@ TEST_F(HeaderDetails, AreEmptyForALogWithoutHeader) { EXPECT_EQ(detailsOf({"{}"}
 
 TEST_F(HeaderDetails, YearThatHasNoTextGivesNothing) {
   // Year 10000 and later do not fit into the calendar text.
-  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kDebug));
   std::string details = "some";
   const std::string printed =
       test::printedBy([&] { details = detailsOf({"{header:{epochTime:18446744073709551615}}"}); });
@@ -171,7 +171,7 @@ class HeaderLog : public HeaderDetails {
  protected:
   void SetUp() override {
     HeaderDetails::SetUp();
-    ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+    ASSERT_TRUE(log::initializeLogging(nullptr, log::kDebug));
   }
   void TearDown() override { log::terminateLogging(); }
 };

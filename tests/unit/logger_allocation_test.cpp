@@ -6,7 +6,9 @@
 #include <new>
 
 #include "log/logger_registry.h"
+#include "support/replaced_new.h"
 
+namespace vyn::test {
 namespace {
 
 bool g_failNothrow = false;
@@ -15,16 +17,7 @@ int g_blocks = 0;  // handed out and not given back
 
 }  // namespace
 
-// Not inlined, where GCC takes malloc and delete for a mismatch.
-// The non-throwing form makes nothing but loggers.
-[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-  if (g_failNothrow) {
-    return nullptr;
-  }
-  ++g_blocks;
-  return std::malloc(size);
-}
-[[gnu::noinline]] void* operator new(std::size_t size) {
+void* allocateBlock(std::size_t size) {
   void* block = g_failThrowing ? nullptr : std::malloc(size);
   if (block == nullptr) {
     throw std::bad_alloc();
@@ -32,35 +25,40 @@ int g_blocks = 0;  // handed out and not given back
   ++g_blocks;
   return block;
 }
-[[gnu::noinline]] void operator delete(void* block) noexcept {
+
+void* allocateBlockOrNull(std::size_t size) noexcept {
+  if (g_failNothrow) {
+    return nullptr;
+  }
+  ++g_blocks;
+  return std::malloc(size);
+}
+
+void releaseBlock(void* block) noexcept {
   g_blocks -= block != nullptr ? 1 : 0;
   std::free(block);
 }
-[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
-  operator delete(block);
-}
 
-namespace vyn::log {
 namespace {
 
 TEST(LoggingWithoutMemory, SucceedsButStaysOff) {
-  ASSERT_TRUE(initializeLogging(nullptr, 1));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kError));
   g_failNothrow = true;
-  EXPECT_TRUE(initializeLogging(nullptr, 1));
+  EXPECT_TRUE(log::initializeLogging(nullptr, log::kError));
   g_failNothrow = false;
-  EXPECT_FALSE(isLoggingInitialized());
-  EXPECT_EQ(getMaxLogLevel(), kUnknownLevel);
-  EXPECT_TRUE(g_loggerRegistry.loggers.empty());
+  EXPECT_FALSE(log::isLoggingInitialized());
+  EXPECT_EQ(log::getMaxLogLevel(), log::kUnknownLevel);
+  EXPECT_TRUE(log::g_loggerRegistry.loggers.empty());
 }
 
 TEST(LoggingWithoutMemory, FailureBesideTheLoggerIsThrownAndFreesTheLogger) {
-  ASSERT_TRUE(initializeLogging(nullptr, 1));
-  terminateLogging();
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kError));
+  log::terminateLogging();
   const int before = g_blocks;
   g_failThrowing = true;
   bool hasThrown = false;
   try {
-    initializeLogging(nullptr, 1);
+    log::initializeLogging(nullptr, log::kError);
   } catch (const std::bad_alloc&) {
     hasThrown = true;
   }
@@ -70,4 +68,4 @@ TEST(LoggingWithoutMemory, FailureBesideTheLoggerIsThrownAndFreesTheLogger) {
 }
 
 }  // namespace
-}  // namespace vyn::log
+}  // namespace vyn::test

@@ -172,7 +172,7 @@ TEST_F(Logging, BeforeInitialisationIsOff) {
 }
 
 TEST_F(Logging, AtLevelOnePrintsErrorsOnly) {
-  ASSERT_TRUE(initializeLogging(nullptr, 1));
+  ASSERT_TRUE(initializeLogging(nullptr, kError));
   EXPECT_EQ(printedBy([] {
               log(kDebug, "detail");
               log(kError, "failure %d", 7);
@@ -181,7 +181,7 @@ TEST_F(Logging, AtLevelOnePrintsErrorsOnly) {
 }
 
 TEST_F(Logging, LevelCanBeChanged) {
-  ASSERT_TRUE(initializeLogging(receive, 1));
+  ASSERT_TRUE(initializeLogging(receive, kError));
   EXPECT_FALSE(setMaxLogLevel(0));
   EXPECT_FALSE(setMaxLogLevel(6));
   EXPECT_EQ(getMaxLogLevel(), 1);
@@ -191,7 +191,7 @@ TEST_F(Logging, LevelCanBeChanged) {
 }
 
 TEST_F(Logging, LevelOutOfRangeLeavesItOff) {
-  ASSERT_TRUE(initializeLogging(receive, 1));
+  ASSERT_TRUE(initializeLogging(receive, kError));
   EXPECT_FALSE(initializeLogging(nullptr, 6));
   EXPECT_FALSE(isLoggingInitialized());
   EXPECT_EQ(g_currentLogger, 0U);
@@ -199,10 +199,10 @@ TEST_F(Logging, LevelOutOfRangeLeavesItOff) {
 }
 
 TEST_F(Logging, SecondInitialisationReplacesTheLoggerAndRestartsItsClock) {
-  ASSERT_TRUE(initializeLogging(receive, 1));
+  ASSERT_TRUE(initializeLogging(receive, kError));
   sleepMilliseconds(30);
   log(kError, "late");
-  ASSERT_TRUE(initializeLogging(receive, 1));
+  ASSERT_TRUE(initializeLogging(receive, kError));
   log(kError, "early");
   ASSERT_EQ(g_received.size(), 2U);
   EXPECT_GE(g_received[0].elapsedNs, 30000000U);
@@ -211,28 +211,28 @@ TEST_F(Logging, SecondInitialisationReplacesTheLoggerAndRestartsItsClock) {
 }
 
 TEST_F(Logging, LoggerThatSomebodyHoldsOutlivesItsReplacement) {
-  ASSERT_TRUE(initializeLogging(receive, 1));
+  ASSERT_TRUE(initializeLogging(receive, kError));
   const std::uint64_t handle = g_currentLogger;
   const auto held = getLogger(handle);
-  ASSERT_TRUE(initializeLogging(receive, 2));
+  ASSERT_TRUE(initializeLogging(receive, kWarning));
   EXPECT_EQ(getLogger(handle), nullptr);
   held->log(1, "", 0, "still here");
   EXPECT_EQ(g_received.size(), 1U);
 }
 
 TEST_F(Logging, TerminationTurnsItOffButKeepsTheHandle) {
-  ASSERT_TRUE(initializeLogging(receive, 1));
+  ASSERT_TRUE(initializeLogging(receive, kError));
   const std::uint64_t handle = g_currentLogger;
   terminateLogging();
   EXPECT_EQ(g_currentLogger, handle);
   EXPECT_FALSE(isLoggingInitialized());
   EXPECT_EQ(getMaxLogLevel(), 2147483647);
-  EXPECT_TRUE(initializeLogging(receive, 1));
+  EXPECT_TRUE(initializeLogging(receive, kError));
   EXPECT_TRUE(isLoggingInitialized());
 }
 
 TEST_F(Logging, HandlesAreOpaque) {
-  ASSERT_TRUE(initializeLogging(receive, 1));
+  ASSERT_TRUE(initializeLogging(receive, kError));
   EXPECT_NE(g_currentLogger, 0U);
   EXPECT_NE(g_currentLogger, reinterpret_cast<std::uintptr_t>(getLogger(g_currentLogger).get()));
 }

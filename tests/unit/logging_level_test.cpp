@@ -31,7 +31,7 @@ TEST_F(LoggingLevel, ReadingAsJsonStartsItForErrorsOnly) {
 }
 
 TEST_F(LoggingLevel, ReadingAsJsonReplacesAMoreTalkativeLogger) {
-  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kDebug));
   EXPECT_EQ(printedBy([&] { EXPECT_TRUE(m_reader.readInputFile(false)); }), "");
   EXPECT_EQ(log::getMaxLogLevel(), 1);
 }
@@ -45,7 +45,7 @@ TEST_F(LoggingLevel, AReadThatFailsStartsItToo) {
 
 TEST_F(LoggingLevel, WritingJsonStartsItForErrorsOnly) {
   EXPECT_TRUE(m_reader.readInputFile(false));
-  ASSERT_TRUE(log::initializeLogging(nullptr, 5));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kDebug));
   m_reader.generateOutput("/dev/null");
   EXPECT_EQ(log::getMaxLogLevel(), 1);
 }
@@ -64,7 +64,7 @@ TEST_F(LoggingLevel, TheSummaryReaderLeavesItAlone) {
     reader.generateOutput("");
   });
   EXPECT_FALSE(log::isLoggingInitialized());
-  ASSERT_TRUE(log::initializeLogging(nullptr, 3));
+  ASSERT_TRUE(log::initializeLogging(nullptr, log::kInfo));
   printedBy([&] { EXPECT_TRUE(reader.generateOutput("/dev/null")); });
   EXPECT_EQ(log::getMaxLogLevel(), 3);
 }

@@ -99,7 +99,7 @@ void replaceLoggersWhileOthersLookThemUp() {
 
 // While the current logger stays, all may use it.
 void useTheCurrentLoggerTogether() {
-  check(vyn::log::initializeLogging(receive, 3), "logging starts");
+  check(vyn::log::initializeLogging(receive, vyn::log::kInfo), "logging starts");
   std::atomic<bool> isDone = false;
   std::atomic<int> rounds = 0;
   g_received = 0;

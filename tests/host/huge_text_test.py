@@ -2,12 +2,12 @@
 """Reads a log whose only text has 715,827,883 bytes, the length from which on a writer that reserves
 six bytes for each, counted in 32 bits, would write past its buffer.
 
-Usage: long_text_test.py VIEWER FLATC SCHEMA
+Usage: huge_text_test.py VIEWER FLATC SCHEMA
 """
 
 import sys
 
-from support.frame_chunks import chunk_bytes
+from support.frame_chunks import LENGTH_SIZE, chunk_bytes, framed, length_bytes
 from support.programs import run, temp_folder
 
 LENGTH = 715_827_883  # bytes
@@ -30,12 +30,13 @@ def write_log(folder, flatc, schema):
     text = folder / "chunk.json"
     text.write_text(CHUNK, encoding="ascii")
     chunk = chunk_bytes(flatc, schema, text, folder)
-    start = chunk.index(len(MARK).to_bytes(4, "little") + MARK.encode() + b"\0")
-    assert chunk[start + 4 + len(MARK) :].strip(b"\0") == b"", "the text is not the buffer's end"
+    mark = framed(MARK.encode())
+    start = chunk.index(mark + b"\0")
+    assert chunk[start + len(mark) :].strip(b"\0") == b"", "the text is not the buffer's end"
     padding = -(LENGTH + 1) % 4
-    size = start + 4 + LENGTH + 1 + padding
+    size = start + LENGTH_SIZE + LENGTH + 1 + padding
     with open(folder / "run.log", "wb") as log:
-        log.write(size.to_bytes(4, "little") + chunk[:start] + LENGTH.to_bytes(4, "little") + b'"')
+        log.write(length_bytes(size) + chunk[:start] + length_bytes(LENGTH) + b'"')
         fill(log, LENGTH - 2)
         log.write(b"\n\0" + bytes(padding))
 
