@@ -67,17 +67,17 @@ class SummaryPlugin : public testing::Test {
 };
 
 TEST_F(SummaryPlugin, InitCountsAFinalizeStepWhoseEventsAreAllOfInit) {
-  write({createContext({.timestamp = 11, .duration = 5}),
-         composeGraphs({.timestamp = 12, .duration = 6}),
-         finalize("net", {.timestamp = 13, .duration = 7}, {initEvent("load", 1)})});
+  write({createContext({.duration = 5, .timestamp = 11}),
+         composeGraphs({.duration = 6, .timestamp = 12}),
+         finalize("net", {.duration = 7, .timestamp = 13}, {initEvent("load", 1)})});
   EXPECT_THAT(m_summary, HasSubstr("Init Stats:\n-----------\n    NetRun: 11 us\n"));
   EXPECT_THAT(m_listing, HasSubstr("\n11,INIT,11,US,NETRUN,ROOT,null\n"));
 }
 
 TEST_F(SummaryPlugin, InitDoesNotCountTheFinalizeEventsOfAComponent) {
-  write({createContext({.timestamp = 11, .duration = 5}),
-         composeGraphs({.timestamp = 12, .duration = 6}),
-         graphComponent("net", {.timestamp = 13, .duration = 7}, {finalizeEvent("fuse", 1)})});
+  write({createContext({.duration = 5, .timestamp = 11}),
+         composeGraphs({.duration = 6, .timestamp = 12}),
+         graphComponent("net", {.duration = 7, .timestamp = 13}, {finalizeEvent("fuse", 1)})});
   EXPECT_THAT(m_summary, HasSubstr("Init Stats:\n-----------\n    NetRun: 0 us\n"));
   EXPECT_THAT(m_listing, HasSubstr("\n0,INIT,0,US,NETRUN,ROOT,null\n"));
 }
@@ -90,14 +90,14 @@ TEST_F(SummaryPlugin, InitWithoutTimeOrBinaryKeepsTheTimeStampOfTheContext) {
 
 TEST_F(SummaryPlugin, InitOfTheBinaryBringsItsTimeStampWhenAllElseTookNoTime) {
   write({createContext({.timestamp = 11}), finalize("net", {.timestamp = 13}),
-         createFromBinary({.timestamp = 15, .duration = 100})});
+         createFromBinary({.duration = 100, .timestamp = 15})});
   EXPECT_THAT(m_listing, HasSubstr("\n15,INIT,100,US,NETRUN,ROOT,null\n"));
 }
 
 TEST_F(SummaryPlugin, AppliedBinarySectionsAreTheLastRows) {
-  write({applyBinarySection("net", {.timestamp = 1, .duration = 2}),
-         loadLibrary({.timestamp = 3, .duration = 4}, {number("open", 5)}),
-         executeIps({.timestamp = 6, .duration = 7}, {number("duration", 2), number("count", 1)})});
+  write({applyBinarySection("net", {.duration = 2, .timestamp = 1}),
+         loadLibrary({.duration = 4, .timestamp = 3}, {number("open", 5)}),
+         executeIps({.duration = 7, .timestamp = 6}, {number("duration", 2), number("count", 1)})});
   EXPECT_THAT(m_listing, EndsWith("\n6,EXECUTE IPS,500000.000000,INF/SEC,NETRUN,ROOT,null\n"
                                   "3,DLOPEN LATENCY,5,US,NETRUN,ROOT,null\n"
                                   "1,APPLY BINARY SECTION,2,US,NETRUN,ROOT,Graph 0: net\n"));
@@ -106,8 +106,8 @@ TEST_F(SummaryPlugin, AppliedBinarySectionsAreTheLastRows) {
 TEST_F(SummaryPlugin, ListingIsWrittenBeforeTheSummary) {
   // So long that no buffer holds back the part of the summary that follows the name.
   const std::string name(100000, 'x');
-  const auto reader = read({deInit({.timestamp = 1, .duration = 2}, {number(name, 3)}),
-                            applyBinarySection("net", {.timestamp = 4, .duration = 5})});
+  const auto reader = read({deInit({.duration = 2, .timestamp = 1}, {number(name, 3)}),
+                            applyBinarySection("net", {.duration = 5, .timestamp = 4})});
   const std::string path = m_folder.path("both");
   {
     const AppendedStandardOutput output(path);
@@ -123,7 +123,7 @@ TEST_F(SummaryPlugin, ListingIsWrittenBeforeTheSummary) {
 
 TEST_F(SummaryPlugin, GraphNamesWithAZeroByteAreShownWhole) {
   const std::string name("net\0A", 5);
-  write({execute(name, {.timestamp = 1, .duration = 2})});
+  write({execute(name, {.duration = 2, .timestamp = 1})});
   EXPECT_THAT(m_summary, HasSubstr("Graph 0 (" + name + "):\n"));
   EXPECT_THAT(m_listing, HasSubstr(",ROOT,Graph 0: " + name + "\n"));
 }
@@ -193,7 +193,7 @@ struct Latency {
 class Latencies : public SummaryPlugin, public testing::WithParamInterface<Latency> {};
 
 TEST_P(Latencies, AreTheFirstWordAsAnUnsignedNumber) {
-  write({loadLibrary({.timestamp = 7, .duration = 9}, GetParam().events)});
+  write({loadLibrary({.duration = 9, .timestamp = 7}, GetParam().events)});
   EXPECT_THAT(m_summary, HasSubstr("Dynamic Lib Load Stats:\n------------------------\n"
                                    "    Backend Latency: " +
                                    GetParam().shown + " us\n\n"));
@@ -214,7 +214,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Latency{{Event{.value = Event::Bytes{1, 2}}}, "0"}, Latency{{Event{}}, "0"}));
 
 TEST_F(SummaryPlugin, LibraryLoadWithoutEventsHasNoLatency) {
-  write({loadLibrary({.timestamp = 7, .duration = 9})});
+  write({loadLibrary({.duration = 9, .timestamp = 7})});
   EXPECT_THAT(m_summary, Not(HasSubstr("Dynamic Lib Load")));
   EXPECT_THAT(m_listing, Not(HasSubstr("DLOPEN")));
 }

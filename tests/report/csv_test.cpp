@@ -69,7 +69,7 @@ TEST_F(Csv, InitListsInitEventsBeforeThoseOfTheBinary) {
 }
 
 TEST_F(Csv, FinalizeListsEventsOnlyUnderItsFlag) {
-  m_reader.m_finalizeGroups = {figure("net0", {.timestamp = 1, .duration = 6}, {cycles("x", 9)})};
+  m_reader.m_finalizeGroups = {figure("net0", {.duration = 6, .timestamp = 1}, {cycles("x", 9)})};
   const std::string row = "1,FINALIZE,6,US,NETRUN,ROOT,Graph 0: net0\n";
   EXPECT_EQ(written(&OpenReader::writeFinalizeCsv), row);
   m_reader.m_hasFinalizeEvents = true;
@@ -87,8 +87,8 @@ TEST_F(Csv, DeInitAlwaysListsItsEvents) {
 TEST_F(Csv, ExecutionsAreCountedPastGraphsWithoutAny) {
   m_reader.m_executeGroups = {{"empty", {}},
                               {"net,1",
-                               {execution({.timestamp = 1, .duration = 5}, {cycles("x", 9)}),
-                                execution({.timestamp = 2, .duration = 6})}}};
+                               {execution({.duration = 5, .timestamp = 1}, {cycles("x", 9)}),
+                                execution({.duration = 6, .timestamp = 2})}}};
   EXPECT_EQ(written(&OpenReader::writeExecuteCsv),
             "1,EXECUTE,5,US,NETRUN,ROOT,Graph 1: net,1\n"
             "1,EXECUTE,9,CYCLES,BACKEND,ROOT,x\n"
@@ -97,7 +97,7 @@ TEST_F(Csv, ExecutionsAreCountedPastGraphsWithoutAny) {
 
 TEST_F(Csv, AppliedBinarySectionsSpellTheirStepInTwoWays) {
   m_reader.m_applyBinarySectionGroups = {
-      {"net0", {execution({.timestamp = 1, .duration = 5}, {cycles("x", 9)})}}};
+      {"net0", {execution({.duration = 5, .timestamp = 1}, {cycles("x", 9)})}}};
   EXPECT_EQ(written(&OpenReader::writeApplyBinarySectionCsv),
             "1,APPLY BINARY SECTION,5,US,NETRUN,ROOT,Graph 0: net0\n"
             "1,APPLYBINARY,9,CYCLES,BACKEND,ROOT,x\n");

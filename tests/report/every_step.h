@@ -10,18 +10,18 @@ namespace vyn::test {
 /// once. Time stamps and durations all differ.
 inline std::string everyStepLog() {
   return logWith({
-      loadLibrary({.timestamp = 1, .duration = 2}, {number("open", 3)}),
-      createContext({.timestamp = 4, .duration = 5}),
-      composeGraphs({.timestamp = 6, .duration = 7}),
-      finalize("A", {.timestamp = 8, .duration = 9}, {number("fuse", 10, {number("fold", 11)})}),
-      execute("A", {.timestamp = 12, .duration = 30}, {number("x", 1, {number("y", 4)})}),
-      execute("A", {.timestamp = 13, .duration = 20}, {number("x", 3)}),
-      execute("B", {.timestamp = 14, .duration = 15}, {number("z", 16), initEvent("load", 17)}),
-      applyBinarySection("A", {.timestamp = 18, .duration = 19}, {number("patch", 20)}),
-      applyBinarySection("A", {.timestamp = 21, .duration = 22}),
-      executeIps({.timestamp = 23, .duration = 24},
+      loadLibrary({.duration = 2, .timestamp = 1}, {number("open", 3)}),
+      createContext({.duration = 5, .timestamp = 4}),
+      composeGraphs({.duration = 7, .timestamp = 6}),
+      finalize("A", {.duration = 9, .timestamp = 8}, {number("fuse", 10, {number("fold", 11)})}),
+      execute("A", {.duration = 30, .timestamp = 12}, {number("x", 1, {number("y", 4)})}),
+      execute("A", {.duration = 20, .timestamp = 13}, {number("x", 3)}),
+      execute("B", {.duration = 15, .timestamp = 14}, {number("z", 16), initEvent("load", 17)}),
+      applyBinarySection("A", {.duration = 19, .timestamp = 18}, {number("patch", 20)}),
+      applyBinarySection("A", {.duration = 22, .timestamp = 21}),
+      executeIps({.duration = 24, .timestamp = 23},
                  {number("duration", 2000000), number("count", 100)}),
-      deInit({.timestamp = 25, .duration = 26}, {number("free", 27)}),
+      deInit({.duration = 26, .timestamp = 25}, {number("free", 27)}),
   });
 }
 

@@ -210,10 +210,10 @@ TEST_F(PayloadFiles, AveragePassWritesEachOnceAndOnceMoreForEachChild) {
   m_reader.m_executeAverage = {figure("net0", {.duration = 1})};
   m_reader.m_executeGroups = {
       {"net0",
-       {execution({.timestamp = 1, .duration = 1},
+       {execution({.duration = 1, .timestamp = 1},
                   {object(m_folder.path("x.bin"), "x",
                           {cycles("a", 1), cycles("b", 1), cycles("c", 1)})}),
-        execution({.timestamp = 2, .duration = 1}, {object(m_folder.path("y.bin"), "y")})}}};
+        execution({.duration = 1, .timestamp = 2}, {object(m_folder.path("y.bin"), "y")})}}};
   std::ostringstream stream;
   m_reader.printExecuteStatsAverage(stream);
   EXPECT_THAT(files(), UnorderedElementsAre("x.bin", "x_1.bin", "x_2.bin", "x_3.bin", "y.bin"));

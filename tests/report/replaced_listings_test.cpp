@@ -174,7 +174,7 @@ TEST_F(ReplacedListingsTest, AreCalledWithoutEventsForDeInitAlone) {
 TEST_F(ReplacedListingsTest, AreHandedTheEventsOfTheBinaryWithoutInitEvents) {
   ReplacedListings reader(m_folder.add(
       "run.log",
-      logWith({createFromBinary({.timestamp = 1, .duration = 2}, {number("parse", 3)})})));
+      logWith({createFromBinary({.duration = 2, .timestamp = 1}, {number("parse", 3)})})));
   ASSERT_TRUE(reader.readInputFile(false));
   EXPECT_THAT(printed(reader), HasSubstr("    NetRun: 2 us\nprinted: parse=3 (3)\n"));
   EXPECT_THAT(written(), HasSubstr("1,INIT,2,US,NETRUN,ROOT,null\nwritten: 1 INIT parse=3 (3)\n"));
@@ -182,7 +182,7 @@ TEST_F(ReplacedListingsTest, AreHandedTheEventsOfTheBinaryWithoutInitEvents) {
 
 TEST_F(ReplacedListingsTest, AreNotCalledForFinalizeStepsWithoutTheirFlag) {
   ReplacedListings reader;
-  reader.m_finalizeGroups = {figure("A", {.timestamp = 2, .duration = 1})};
+  reader.m_finalizeGroups = {figure("A", {.duration = 1, .timestamp = 2})};
   EXPECT_THAT(printed(reader), HasSubstr("Graph 0 (A):\n    NetRun: 1 us\n\n"));
   EXPECT_THAT(written(), Not(HasSubstr("2 FINALIZE")));
 }

@@ -32,9 +32,9 @@ class Averages : public SummaryReaderTest {
 };
 
 TEST_F(Averages, DurationIsTheTruncatedMeanAndTheTimeStampTheLastOne) {
-  const auto reader = read({execute("net", {.timestamp = 1, .duration = 5}),
-                            execute("net", {.timestamp = 2, .duration = 9}),
-                            execute("net", {.timestamp = 3, .duration = 9})});
+  const auto reader = read({execute("net", {.duration = 5, .timestamp = 1}),
+                            execute("net", {.duration = 9, .timestamp = 2}),
+                            execute("net", {.duration = 9, .timestamp = 3})});
   EXPECT_EQ(reader->m_executeAverage[0].name, "net");
   EXPECT_EQ(reader->m_executeAverage[0].duration, 7U);
   EXPECT_EQ(reader->m_executeAverage[0].timestamp, 3U);
@@ -46,33 +46,33 @@ TEST_F(Averages, DurationsMayAddUpToMoreThan32Bits) {
 }
 
 TEST_F(Averages, TiesForTheLongestGoToTheLaterExecution) {
-  const auto reader = read({execute("net", {.timestamp = 1, .duration = 5}),
-                            execute("net", {.timestamp = 2, .duration = 9}),
-                            execute("net", {.timestamp = 3, .duration = 9}, {number("conv", 1)})});
+  const auto reader = read({execute("net", {.duration = 5, .timestamp = 1}),
+                            execute("net", {.duration = 9, .timestamp = 2}),
+                            execute("net", {.duration = 9, .timestamp = 3}, {number("conv", 1)})});
   EXPECT_EQ(reader->m_executeMax[0].duration, 9U);
   EXPECT_EQ(reader->m_executeMax[0].timestamp, 3U);
   EXPECT_THAT(namesOf(slowestOf(reader->m_executeGroups[0]).events), ElementsAre("conv"));
 }
 
 TEST_F(Averages, TiesForTheShortestGoToTheLaterExecution) {
-  const auto reader = read({execute("net", {.timestamp = 1, .duration = 3}),
-                            execute("net", {.timestamp = 2, .duration = 3}),
-                            execute("net", {.timestamp = 3, .duration = 4})});
+  const auto reader = read({execute("net", {.duration = 3, .timestamp = 1}),
+                            execute("net", {.duration = 3, .timestamp = 2}),
+                            execute("net", {.duration = 4, .timestamp = 3})});
   EXPECT_EQ(reader->m_executeMin[0].duration, 3U);
   EXPECT_EQ(reader->m_executeMin[0].timestamp, 2U);
 }
 
 TEST_F(Averages, ExtremesKeepAnEarlierExecutionWhenItIsTheOne) {
-  const auto reader = read({execute("net", {.timestamp = 1, .duration = 9}),
-                            execute("net", {.timestamp = 2, .duration = 3}),
-                            execute("net", {.timestamp = 3, .duration = 5})});
+  const auto reader = read({execute("net", {.duration = 9, .timestamp = 1}),
+                            execute("net", {.duration = 3, .timestamp = 2}),
+                            execute("net", {.duration = 5, .timestamp = 3})});
   EXPECT_EQ(reader->m_executeMax[0].timestamp, 1U);
   EXPECT_EQ(reader->m_executeMin[0].timestamp, 2U);
 }
 
 TEST_F(Averages, AppliedBinarySectionsHaveThreeFiguresToo) {
-  const auto reader = read({applyBinarySection("net", {.timestamp = 1, .duration = 2}),
-                            applyBinarySection("net", {.timestamp = 2, .duration = 4})});
+  const auto reader = read({applyBinarySection("net", {.duration = 2, .timestamp = 1}),
+                            applyBinarySection("net", {.duration = 4, .timestamp = 2})});
   EXPECT_EQ(reader->m_applyBinarySectionAverage[0].duration, 3U);
   EXPECT_EQ(reader->m_applyBinarySectionMax[0].duration, 4U);
   EXPECT_EQ(reader->m_applyBinarySectionMin[0].duration, 2U);

@@ -14,9 +14,9 @@ using testing::SizeIs;
 using GraphMessages = SummaryReaderTest;
 
 TEST_F(GraphMessages, ExecutionsAreGroupedByNameInOrderOfArrival) {
-  const auto reader = read({execute("A", {.timestamp = 1, .duration = 10}),
-                            execute("B", {.timestamp = 2, .duration = 20}),
-                            executeAsync("A", {.timestamp = 3, .duration = 30})});
+  const auto reader = read({execute("A", {.duration = 10, .timestamp = 1}),
+                            execute("B", {.duration = 20, .timestamp = 2}),
+                            executeAsync("A", {.duration = 30, .timestamp = 3})});
   ASSERT_THAT(graphsOf(reader->m_executeGroups), ElementsAre("A", "B"));
   const auto& records = reader->m_executeGroups[0].records;
   ASSERT_THAT(records, SizeIs(2));
@@ -112,7 +112,7 @@ TEST_F(GraphMessages, OtherMethodsLeaveTheInitEventsAlone) {
 }
 
 TEST_F(GraphMessages, AppliedBinarySectionKeepsAllItsEvents) {
-  const auto reader = read({applyBinarySection("net", {.timestamp = 4, .duration = 9},
+  const auto reader = read({applyBinarySection("net", {.duration = 9, .timestamp = 4},
                                                {initEvent("load", 1), number("patch", 2)})});
   ASSERT_THAT(reader->m_applyBinarySectionGroups, SizeIs(1));
   const auto& record = reader->m_applyBinarySectionGroups[0].records[0];
@@ -123,7 +123,7 @@ TEST_F(GraphMessages, AppliedBinarySectionKeepsAllItsEvents) {
 }
 
 TEST_F(GraphMessages, FinalizeWithEventsMakesAGroup) {
-  const auto reader = read({finalize("net", {.timestamp = 5, .duration = 6},
+  const auto reader = read({finalize("net", {.duration = 6, .timestamp = 5},
                                      {initEvent("load", 1), number("fuse", 2)})});
   EXPECT_TRUE(reader->m_hasFinalize);
   EXPECT_TRUE(reader->m_hasFinalizeEvents);
@@ -149,7 +149,7 @@ TEST_F(GraphMessages, AfterOneFinalizeWithEventsEveryLaterOneMakesAGroup) {
 
 TEST_F(GraphMessages, ComponentIsSplitThreeWaysAndHasNoTimes) {
   const auto reader =
-      read({graphComponent("net", {.timestamp = 5, .duration = 6, .visibilityLevel = 1},
+      read({graphComponent("net", {.duration = 6, .timestamp = 5, .visibilityLevel = 1},
                            {initEvent("load", 1), finalizeEvent("fuse", 2), number("conv", 3)})});
   EXPECT_THAT(namesOf(reader->m_initEvents), ElementsAre("load"));
   ASSERT_THAT(reader->m_finalizeGroups, SizeIs(1));

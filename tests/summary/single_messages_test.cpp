@@ -12,8 +12,8 @@ using testing::IsEmpty;
 using SingleMessages = SummaryReaderTest;
 
 TEST_F(SingleMessages, TimingsAreStored) {
-  const auto reader = read({createContext({.timestamp = 11, .duration = 5}),
-                            composeGraphs({.timestamp = 12, .duration = 6})});
+  const auto reader = read({createContext({.duration = 5, .timestamp = 11}),
+                            composeGraphs({.duration = 6, .timestamp = 12})});
   EXPECT_EQ(reader->m_contextCreateTimestamp, 11U);
   EXPECT_EQ(reader->m_contextCreateTime, 5U);
   EXPECT_EQ(reader->m_composeGraphsTimestamp, 12U);
@@ -22,9 +22,9 @@ TEST_F(SingleMessages, TimingsAreStored) {
 
 TEST_F(SingleMessages, LevelZeroTakesNothingButTheTimeStampsOfTimings) {
   const auto reader = read(
-      {createContext({.timestamp = 11, .duration = 5}),
-       composeGraphs({.timestamp = 12, .duration = 6}), deInit({.timestamp = 13, .duration = 7}),
-       execute("net", {.timestamp = 14, .duration = 8})},
+      {createContext({.duration = 5, .timestamp = 11}),
+       composeGraphs({.duration = 6, .timestamp = 12}), deInit({.duration = 7, .timestamp = 13}),
+       execute("net", {.duration = 8, .timestamp = 14})},
       0);
   EXPECT_EQ(reader->m_contextCreateTimestamp, 11U);
   EXPECT_EQ(reader->m_contextCreateTime, 0U);
@@ -47,8 +47,8 @@ TEST_F(SingleMessages, LevelsAreComparedAsSignedNumbers) {
 }
 
 TEST_F(SingleMessages, LaterRejectedTimingMovesOnlyTheTimeStamp) {
-  const auto reader = read({createContext({.timestamp = 11, .duration = 5}),
-                            createContext({.timestamp = 21, .duration = 50, .visibilityLevel = 3})},
+  const auto reader = read({createContext({.duration = 5, .timestamp = 11}),
+                            createContext({.duration = 50, .timestamp = 21, .visibilityLevel = 3})},
                            2);
   EXPECT_EQ(reader->m_contextCreateTimestamp, 21U);
   EXPECT_EQ(reader->m_contextCreateTime, 5U);
@@ -56,8 +56,8 @@ TEST_F(SingleMessages, LaterRejectedTimingMovesOnlyTheTimeStamp) {
 
 TEST_F(SingleMessages, LastDeInitWins) {
   const auto reader =
-      read({deInit({.timestamp = 1, .duration = 10}, {number("a", 1), number("b", 2)}),
-            deInit({.timestamp = 2, .duration = 20}, {number("c", 3)})});
+      read({deInit({.duration = 10, .timestamp = 1}, {number("a", 1), number("b", 2)}),
+            deInit({.duration = 20, .timestamp = 2}, {number("c", 3)})});
   EXPECT_EQ(reader->m_deInitTime, 20U);
   EXPECT_EQ(reader->m_deInitTimestamp, 2U);
   EXPECT_THAT(namesOf(reader->m_deInitEvents), ElementsAre("c"));
@@ -65,9 +65,9 @@ TEST_F(SingleMessages, LastDeInitWins) {
 
 TEST_F(SingleMessages, EachKindHasItsStoreAndFlag) {
   const auto reader =
-      read({createFromBinary({.timestamp = 1, .duration = 10}, {number("parse", 1)}),
-            executeIps({.timestamp = 2, .duration = 20}, {number("count", 1)}),
-            loadLibrary({.timestamp = 3, .duration = 30}, {number("open", 1)})});
+      read({createFromBinary({.duration = 10, .timestamp = 1}, {number("parse", 1)}),
+            executeIps({.duration = 20, .timestamp = 2}, {number("count", 1)}),
+            loadLibrary({.duration = 30, .timestamp = 3}, {number("open", 1)})});
   EXPECT_TRUE(reader->m_hasCreateFromBinaryEvents);
   EXPECT_EQ(reader->m_createFromBinaryTime, 10U);
   EXPECT_EQ(reader->m_createFromBinaryTimestamp, 1U);
@@ -158,25 +158,25 @@ TEST_F(SingleMessages, NextMessageTellsWhatBecameOfIt) {
 }
 
 TEST_F(SingleMessages, InitTotalsAddUpContextComposeAndFinalize) {
-  const auto reader = read({createContext({.timestamp = 11, .duration = 5}),
-                            composeGraphs({.timestamp = 12, .duration = 6}),
-                            finalize("A", {.timestamp = 13, .duration = 7}, {number("fuse", 1)}),
-                            finalize("B", {.timestamp = 14, .duration = 8}, {number("fuse", 1)}),
-                            createFromBinary({.timestamp = 15, .duration = 100})});
+  const auto reader = read({createContext({.duration = 5, .timestamp = 11}),
+                            composeGraphs({.duration = 6, .timestamp = 12}),
+                            finalize("A", {.duration = 7, .timestamp = 13}, {number("fuse", 1)}),
+                            finalize("B", {.duration = 8, .timestamp = 14}, {number("fuse", 1)}),
+                            createFromBinary({.duration = 100, .timestamp = 15})});
   EXPECT_EQ(reader->m_initTimestamp, 11U);
   EXPECT_EQ(reader->m_initTime, 26U);
 }
 
 TEST_F(SingleMessages, InitTotalsAreTheBinarysWithoutFinalize) {
-  const auto reader = read({createContext({.timestamp = 11, .duration = 5}),
-                            createFromBinary({.timestamp = 15, .duration = 100})});
+  const auto reader = read({createContext({.duration = 5, .timestamp = 11}),
+                            createFromBinary({.duration = 100, .timestamp = 15})});
   EXPECT_EQ(reader->m_initTimestamp, 15U);
   EXPECT_EQ(reader->m_initTime, 100U);
 }
 
 TEST_F(SingleMessages, InitTotalsAreTheBinarysWhenFinalizeTookNoTime) {
   const auto reader = read(
-      {finalize("net", {.timestamp = 13}), createFromBinary({.timestamp = 15, .duration = 100})});
+      {finalize("net", {.timestamp = 13}), createFromBinary({.duration = 100, .timestamp = 15})});
   EXPECT_EQ(reader->m_initTimestamp, 15U);
   EXPECT_EQ(reader->m_initTime, 100U);
 }

@@ -159,14 +159,14 @@ std::string logOfAllKinds() {
   const std::string graph = "a graph with a long name";
   std::vector<Message> messages;
   for (const std::uint64_t round : {1U, 2U}) {
-    const Step step = {.timestamp = round, .duration = 5 * round};
+    const Step step = {.duration = 5 * round, .timestamp = round};
     messages.insert(messages.end(),
                     {execute(graph, step, events), executeAsync(graph, step, events),
                      finalize(graph, step, events), applyBinarySection(graph, step, events),
                      createFromBinary(step, events), deInit(step, events), executeIps(step, events),
                      loadLibrary(step, events),
                      graphComponent("a component's graph",
-                                    {.timestamp = round, .duration = 7, .visibilityLevel = 1},
+                                    {.duration = 7, .timestamp = round, .visibilityLevel = 1},
                                     componentEvents)});
   }
   return logOf({chunkOf(messages,

@@ -26,8 +26,8 @@ struct Message {
 
 /// When a step was logged, how long it took and from which level upwards readers see it.
 struct Step {
-  std::uint64_t timestamp = 0;
   std::uint64_t duration = 0;  ///< microseconds
+  std::uint64_t timestamp = 0;
   int visibilityLevel = 0;
 };
 
