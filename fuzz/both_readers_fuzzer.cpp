@@ -2,7 +2,6 @@
 // readers read it alike and see the same messages.
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 #include "both_readers.h"
@@ -14,10 +13,9 @@
 namespace {
 
 std::vector<std::uint8_t> framed(const std::uint8_t* data, std::size_t size) {
-  const auto length = static_cast<vyn::profiling::ChunkLength>(size);
-  std::vector<std::uint8_t> log(sizeof(length) + size);
-  std::memcpy(log.data(), &length, sizeof(length));
-  std::copy_n(data, size, log.data() + sizeof(length));
+  const auto length = vyn::profiling::lengthBytes(static_cast<vyn::profiling::ChunkLength>(size));
+  std::vector<std::uint8_t> log(length.begin(), length.end());
+  log.insert(log.end(), data, data + size);
   return log;
 }
 

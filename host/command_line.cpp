@@ -56,12 +56,12 @@ void setLabels(CLI::App& app) {
 }
 
 // The verb that the command line names runs when that has been parsed.
-void declareVerbs(CLI::App& app, int& status) {
+void declareVerbs(CLI::App& app) {
   for (const Verb* verb : kVerbs) {
     CLI::App* commandLine = app.add_subcommand(verb->name, verb->purpose);
     commandLine->footer(std::string("Example:\n  ") + verb->example);
     addVersion(*commandLine);
-    verb->declare(*commandLine, status);
+    verb->declare(*commandLine);
   }
   app.formatter(std::make_shared<HelpPage>(*app.get_subcommand(kDefaultVerb.name)));
   setLabels(app);
@@ -82,8 +82,7 @@ int runCommandLine(int argc, char** argv) {
   setLabels(app);
   addVersion(app);
   app.footer(examples());
-  int status = cli::kDone;
-  declareVerbs(app, status);
+  declareVerbs(app);
   const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
   if (isWordForOption(words)) {
     reportLine(words.front() + ": no such verb and no such file (did you mean --" + words.front() +
@@ -97,7 +96,7 @@ int runCommandLine(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return cli::endParsing(app, error, [&] { return explainUsage(app, error, words); });
   }
-  return status;
+  return cli::kDone;
 }
 
 }  // namespace vyn::host

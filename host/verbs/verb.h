@@ -11,10 +11,9 @@ struct Verb {
   const char* example;  ///< a command line to copy, for the help
 
   /// Adds the verb's options to its part of the command line, and itself as what is run when they
-  /// have been parsed and fit together. It then may set the exit `status`, which outlives the
-  /// command line and is cli::kDone before; it throws files::FileError on failure, and
+  /// have been parsed and fit together. It then throws files::FileError on failure, and
   /// CLI::ParseError before it has done anything when the options do not fit.
-  void (*declare)(CLI::App& commandLine, int& status);
+  void (*declare)(CLI::App& commandLine);
 };
 
 }  // namespace vyn::host

@@ -72,35 +72,24 @@ void addFinalizeGroup(EventGroup&& group, const GraphStores& stores) {
 
 }  // namespace
 
-bool fileExecution(const schema::Message& message, const GraphStores& stores) {
-  if (message.graphName() == nullptr) {
-    return false;
-  }
+void fileExecution(const schema::Message& message, const GraphStores& stores) {
   std::list<std::string> strings;
   ExecutionRecord record = decodeExecution(message, strings);
   auto initEvents = extractEvents(record.events, schema::EventType::INIT);
   addExecution(message, std::move(record), stores);
   keepInitEvents(std::move(initEvents), stores);
   keepStrings(strings, stores);
-  return true;
 }
 
-bool fileBinarySection(const schema::Message& message, const GraphStores& stores) {
-  if (message.graphName() == nullptr) {
-    return false;
-  }
+void fileBinarySection(const schema::Message& message, const GraphStores& stores) {
   std::list<std::string> strings;
   ExecutionRecord record = decodeExecution(message, strings);
   stores.binarySectionIndex.add(stores.binarySections, message.graphName()->string_view(),
                                 stores.nameFingerprints, std::move(record));
   keepStrings(strings, stores);
-  return true;
 }
 
-bool fileFinalize(const schema::Message& message, const GraphStores& stores) {
-  if (message.graphName() == nullptr) {
-    return false;
-  }
+void fileFinalize(const schema::Message& message, const GraphStores& stores) {
   std::list<std::string> strings;
   ExecutionRecord record = decodeExecution(message, strings);
   auto initEvents = extractEvents(record.events, schema::EventType::INIT);
@@ -112,14 +101,9 @@ bool fileFinalize(const schema::Message& message, const GraphStores& stores) {
   stores.hasFinalize = true;
   keepInitEvents(std::move(initEvents), stores);
   keepStrings(strings, stores);
-  return true;
 }
 
-bool fileGraphComponent(const schema::Message& message, const GraphStores& stores) {
-  // A component without a written level is rejected; one with a name always has the level's slot.
-  if (message.graphName() == nullptr) {
-    return false;
-  }
+void fileGraphComponent(const schema::Message& message, const GraphStores& stores) {
   // Components carry no time of their own: their records keep duration and time stamp 0.
   std::list<std::string> strings;
   ExecutionRecord record;
@@ -134,7 +118,6 @@ bool fileGraphComponent(const schema::Message& message, const GraphStores& store
   addFinalizeGroup(std::move(finalize), stores);
   keepInitEvents(std::move(initEvents), stores);
   keepStrings(strings, stores);
-  return true;
 }
 
 }  // namespace vyn::profiling

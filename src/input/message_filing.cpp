@@ -39,16 +39,24 @@ bool fileVisible(const schema::Message& message, const RunStores& stores) {
     fileTiming(message, times);
     return true;
   };
+  const auto graph = [&](void (*file)(const schema::Message&, const GraphStores&)) {
+    if (message.graphName() == nullptr) {
+      return false;
+    }
+    file(message, stores.graphs);
+    return true;
+  };
   switch (message.method()) {
     case MethodType::BACKEND_EXECUTE:
     case MethodType::BACKEND_EXECUTE_ASYNC:
-      return fileExecution(message, stores.graphs);
+      return graph(fileExecution);
     case MethodType::BACKEND_FINALIZE:
-      return fileFinalize(message, stores.graphs);
+      return graph(fileFinalize);
     case MethodType::BACKEND_GRAPH_COMPONENT:
-      return fileGraphComponent(message, stores.graphs);
+      // One without a written level is rejected: a message with a name always has the level's slot.
+      return graph(fileGraphComponent);
     case MethodType::APPLY_BINARY_SECTION:
-      return fileBinarySection(message, stores.graphs);
+      return graph(fileBinarySection);
     case MethodType::APP_CONTEXT_CREATE:
       return timing(stores.contextCreate);
     case MethodType::APP_COMPOSE_GRAPHS:

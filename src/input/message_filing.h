@@ -67,13 +67,13 @@ struct RunStores {
 bool fileMessage(const schema::Message& message, VisibilityLevel readersLevel,
                  const RunStores& stores);
 
-// The same for messages that are visible, each for one kind of store.
+// The same for messages that are taken, each for one kind of store. The last four name a graph.
 void fileTiming(const schema::Message& message, const StepTimes& times);
 void fileStep(const schema::Message& message, const StepStore& store,
               std::list<std::string>& strings);
-bool fileExecution(const schema::Message& message, const GraphStores& stores);
-bool fileFinalize(const schema::Message& message, const GraphStores& stores);
-bool fileGraphComponent(const schema::Message& message, const GraphStores& stores);
-bool fileBinarySection(const schema::Message& message, const GraphStores& stores);
+void fileExecution(const schema::Message& message, const GraphStores& stores);
+void fileFinalize(const schema::Message& message, const GraphStores& stores);
+void fileGraphComponent(const schema::Message& message, const GraphStores& stores);
+void fileBinarySection(const schema::Message& message, const GraphStores& stores);
 
 }  // namespace vyn::profiling

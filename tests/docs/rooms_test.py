@@ -64,6 +64,12 @@ class Rooms(unittest.TestCase):
                           for source, room, header, other in self.includes
                           if other not in (None, room, *self.rooms.get(room, []))], [])
 
+    def test_the_readers_bring_in_the_standard_streams_in_one_file(self):
+        readers = ("src/base", "src/log", "src/input", "src/json", "src/report", "src/core")
+        self.assertEqual([str(source) for source, room, header, _ in self.includes
+                          if header == "iostream" and room in readers],
+                         ["src/core/process_state.cpp"])
+
     def test_the_table_allows_nothing_that_is_not_used(self):
         used = {(room, other) for _, room, _, other in self.includes}
         self.assertEqual([(room, other) for room, others in self.rooms.items() for other in others
