@@ -1,5 +1,6 @@
 // Preloaded into a program to make its calls of the system fail. Told by the environment:
-//   VYN_FAULT_CALL    read, write, close, fsync, rename, shrink for reads of a file that is cut to
+//   VYN_FAULT_CALL    read, write, close, fsync, rename, open, shrink for reads of a file that is
+//   cut to
 //                     1,000 bytes before them, or memory for malloc, calloc and realloc
 //   VYN_FAULT_PATH    text in the path of the files whose calls count; for memory, calls count from
 //                     the first opening of such a file on
@@ -8,12 +9,14 @@
 // EINTR hits every other call, so that the program gets on.
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <climits>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -143,6 +146,18 @@ int rename(const char* from, const char* to) noexcept {
     return -1;
   }
   return static_cast<int>(syscall(SYS_rename, from, to));
+}
+
+int open(const char* path, int flags, ...) {
+  if (isFaultedCall("open") && isFaultedPath(path) && isDue()) {
+    errno = static_cast<int>(numberFrom("VYN_FAULT_ERROR"));
+    return -1;
+  }
+  va_list rest;
+  va_start(rest, flags);
+  const int mode = (flags & O_CREAT) != 0 ? va_arg(rest, int) : 0;
+  va_end(rest);
+  return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
 }
 
 FILE* fopen(const char* path, const char* mode) { return openCounted("fopen", path, mode); }

@@ -5,6 +5,7 @@
 
 #include "host/host_fixture.h"
 #include "support/json_log.h"
+#include "support/shared_log.h"
 
 namespace vyn::test {
 namespace {
@@ -12,6 +13,18 @@ namespace {
 using testing::AnyOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
+
+// Different names of one file in the current folder.
+std::vector<std::string> spellings(const std::string& name, std::size_t count) {
+  std::vector<std::string> names(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t bits = i + 1; bits > 0; bits /= 2) {
+      names[i] += bits % 2 == 0 ? "./" : ".//";
+    }
+    names[i] += name;
+  }
+  return names;
+}
 
 constexpr int kOneByte = 0;  // reads and writes of one byte instead of an error
 constexpr int kSecondRead = 2;
@@ -180,6 +193,28 @@ TEST_F(FaultTest, AddingByteByByteOrWithInterruptionsGivesTheSameListing) {
         SucceedsQuietly());
     EXPECT_EQ(read("out.json"), "old\n" + read("one.csv"));
   }
+}
+
+class PayloadSearchTest : public FaultTest {
+ protected:
+  // Looking whether a name is taken opens it: once and for its last number, and for the next one.
+  // More tries than that see no file, so that an earlier payload would be written over.
+  void expectFewTries(const std::vector<std::string>& names, std::size_t count) {
+    constexpr std::size_t kTries = 3;
+    const std::size_t files = names.size() * count;
+    write("run.log", logOfPayloadsFor(names, count));
+    EXPECT_THAT(runWith({"open", "file", EMFILE, static_cast<int>(kTries * files + 1)},
+                        {"run.log", "-r", "summary", "--payloads"}),
+                SucceedsQuietly());
+    EXPECT_TRUE(
+        std::filesystem::exists(directory() / ("file_" + std::to_string(files - 1) + ".bin")));
+  }
+};
+
+TEST_F(PayloadSearchTest, GoesOnBehindTheLastNumberOfAName) { expectFewTries({"file.bin"}, 300); }
+
+TEST_F(PayloadSearchTest, GoesOnBehindTheLastNumberOfAFile) {
+  expectFewTries(spellings("file.bin", 300), 1);
 }
 
 class MemoryFaultTest : public FaultTest, public testing::WithParamInterface<std::string> {};
