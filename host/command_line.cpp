@@ -41,6 +41,9 @@ std::string examples() {
   for (const Verb* verb : kVerbs) {
     text += std::string("  ") + verb->example + "\n";
   }
+  text +=
+      "Exit status: 0 done, 1 failed, 2 wrong usage, 3 done but something in the log was damaged\n"
+      "or lost, 4 what was measured misses what was asked for.\n";
   return text + "A log that is named like a verb is given as ./" + kDefaultVerb.name + ".";
 }
 
@@ -56,12 +59,12 @@ void setLabels(CLI::App& app) {
 }
 
 // The verb that the command line names runs when that has been parsed.
-void declareVerbs(CLI::App& app) {
+void declareVerbs(CLI::App& app, int& exitStatus) {
   for (const Verb* verb : kVerbs) {
     CLI::App* commandLine = app.add_subcommand(verb->name, verb->purpose);
     commandLine->footer(std::string("Example:\n  ") + verb->example);
     addVersion(*commandLine);
-    verb->declare(*commandLine);
+    verb->declare(*commandLine, exitStatus);
   }
   app.formatter(std::make_shared<HelpPage>(*app.get_subcommand(kDefaultVerb.name)));
   setLabels(app);
@@ -82,7 +85,8 @@ int runCommandLine(int argc, char** argv) {
   setLabels(app);
   addVersion(app);
   app.footer(examples());
-  declareVerbs(app);
+  int exitStatus = cli::kDone;
+  declareVerbs(app, exitStatus);
   const std::vector<std::string> words(argv + std::min(argc, 1), argv + argc);
   if (isWordForOption(words)) {
     reportLine(words.front() + ": no such verb and no such file (did you mean --" + words.front() +
@@ -96,7 +100,7 @@ int runCommandLine(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return cli::endParsing(app, error, [&] { return explainUsage(app, error, words); });
   }
-  return cli::kDone;
+  return exitStatus;
 }
 
 }  // namespace vyn::host

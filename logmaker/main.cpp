@@ -9,12 +9,12 @@
 
 #include "base/version/profile_viewer_version.h"
 #include "cli/program.h"
+#include "cli/progress.h"
 #include "cli/usage_report.h"
 #include "files/interruption.h"
 #include "logmaker/chunk_writer.h"
 #include "logmaker/options.h"
 #include "logmaker/output_file.h"
-#include "logmaker/progress.h"
 #include "logmaker/record_writer.h"
 #include "logmaker/scenario.h"
 
@@ -55,7 +55,7 @@ void makeLog(const Options& options) {
     record.emplace(recordFile.emplace(options.record), scenario.header());
   }
 
-  std::optional<Progress> progress(options.size);
+  std::optional<cli::Progress> progress(std::in_place, kProgramName, options.size);
   SizeGoal goal(options.size != 0 ? options.size : std::numeric_limits<std::uint64_t>::max());
   scenario.play(
       [&](const Message& message) {

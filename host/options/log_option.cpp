@@ -1,6 +1,9 @@
 #include "host/options/log_option.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "files/standard_streams.h"
 
 namespace vyn::host {
 namespace {
@@ -17,6 +20,19 @@ void addLogOption(CLI::App& commandLine, std::string& path) {
       ->type_name("")
       ->required()
       ->check(checkLog);
+}
+
+void addLogsOption(CLI::App& commandLine, std::vector<std::string>& paths) {
+  commandLine.add_option("LOG", paths, "The profiling logs; - is standard input")
+      ->type_name("...")
+      ->required()
+      ->check(checkLog);
+}
+
+void refuseRepeatedStandardInput(const std::vector<std::string>& paths) {
+  if (std::count(paths.begin(), paths.end(), files::kStandardStreamPath) > 1) {
+    throw CLI::ValidationError("LOG", "standard input can be read once only");
+  }
 }
 
 }  // namespace vyn::host

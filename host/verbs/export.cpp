@@ -85,7 +85,7 @@ std::string checkFormat(const std::string& text) {
                              : "no format is named " + text + " (there is " + kJsonFormat + ")";
 }
 
-void declareExport(CLI::App& commandLine) {
+void declareExport(CLI::App& commandLine, int& /*exitStatus*/) {
   const auto options = std::make_shared<ExportOptions>();
   commandLine.add_option("FORMAT", options->format, "json: the document that view writes")
       ->type_name("")

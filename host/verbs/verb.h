@@ -12,8 +12,9 @@ struct Verb {
 
   /// Adds the verb's options to its part of the command line, and itself as what is run when they
   /// have been parsed and fit together. It then throws files::FileError on failure, and
-  /// CLI::ParseError before it has done anything when the options do not fit.
-  void (*declare)(CLI::App& commandLine);
+  /// CLI::ParseError before it has done anything when the options do not fit. One that is done sets
+  /// the program's exit status to what it found of the log; it is kDone before.
+  void (*declare)(CLI::App& commandLine, int& exitStatus);
 };
 
 }  // namespace vyn::host

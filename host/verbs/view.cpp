@@ -158,7 +158,7 @@ CLI::Option* addPayloads(CLI::App& commandLine, ViewOptions& options) {
   return payloads;
 }
 
-void declareView(CLI::App& commandLine) {
+void declareView(CLI::App& commandLine, int& /*exitStatus*/) {
   const auto options = std::make_shared<ViewOptions>();
   addLogOption(commandLine, options->log);
   CLI::Option* output = addOutputOptions(commandLine, options->output, kOutputPurpose);

@@ -9,6 +9,8 @@ namespace vyn::cli {
 inline constexpr int kDone = 0;
 inline constexpr int kFailed = 1;
 inline constexpr int kWrongUsage = 2;
+inline constexpr int kDamagedLog = 3;  // done, but something in the log was damaged or lost
+inline constexpr int kMissedGate = 4;  // done, but what was measured is not what was asked for
 
 /// Writes one line to standard error, behind the program's name. Names may hold what would break
 /// the line or what a terminal obeys; it is escaped.

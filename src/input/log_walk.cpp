@@ -1,16 +1,15 @@
 #include "input/log_walk.h"
 
-#include "input/chunk_verifier.h"
-
 namespace vyn::profiling {
 namespace {
 
 class VerifyingSink : public ChunkSink {
  public:
-  explicit VerifyingSink(MessageSink& sink) : m_sink(sink) {}
+  VerifyingSink(MessageSink& sink, ChunkVerifier& verifier) : m_sink(sink), m_verifier(verifier) {}
 
   bool take(const Chunk& chunk, const ChunkPlace& place) override {
     if (!m_verifier.isSound(chunk.bytes())) {
+      m_sink.refused(chunk, place);
       return false;
     }
     m_sink.chunk(chunk, place);
@@ -31,14 +30,19 @@ class VerifyingSink : public ChunkSink {
 
  private:
   MessageSink& m_sink;
+  ChunkVerifier& m_verifier;
   std::uint64_t m_messages = 0;
-  ChunkVerifier m_verifier;
 };
 
 }  // namespace
 
 WalkResult walkLog(ByteSource& source, MessageSink& sink) {
-  VerifyingSink verifying(sink);
+  ChunkVerifier verifier;
+  return walkLog(source, sink, verifier);
+}
+
+WalkResult walkLog(ByteSource& source, MessageSink& sink, ChunkVerifier& verifier) {
+  VerifyingSink verifying(sink, verifier);
   WalkResult result = walkChunks(source, verifying);
   result.messages = verifying.messages();
   return result;

@@ -1,7 +1,6 @@
 // Preloaded into a program to make its calls of the system fail. Told by the environment:
 //   VYN_FAULT_CALL    read, write, close, fsync, rename, open, shrink for reads of a file that is
-//   cut to
-//                     1,000 bytes before them, or memory for malloc, calloc and realloc
+//                     cut to 1,000 bytes before them, or memory for malloc, calloc and realloc
 //   VYN_FAULT_PATH    text in the path of the files whose calls count; for memory, calls count from
 //                     the first opening of such a file on
 //   VYN_FAULT_FIRST   which of these calls, from 1 on, is the first to fail; memory fails only once

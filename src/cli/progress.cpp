@@ -1,12 +1,13 @@
-#include "logmaker/progress.h"
+#include "cli/progress.h"
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <string>
+#include <cstdlib>
+#include <utility>
 
-namespace vyn::logmaker {
+namespace vyn::cli {
 namespace {
 
 constexpr std::chrono::seconds kPatience(1);
@@ -25,20 +26,23 @@ std::string describe(std::uint64_t size, std::uint64_t goal) {
 
 }  // namespace
 
-Progress::Progress(std::uint64_t goal)
-    : m_goal(goal), m_isTerminal(isatty(STDERR_FILENO) != 0), m_next(Clock::now() + kPatience) {}
+Progress::Progress(std::string program, std::uint64_t goal)
+    : m_program(std::move(program)),
+      m_goal(goal),
+      m_isShown(isatty(STDERR_FILENO) != 0 && std::getenv("CI") == nullptr),
+      m_next(Clock::now() + kPatience) {}
 
 Progress::~Progress() { clear(); }
 
 void Progress::update(std::uint64_t size) {
-  if (m_isTerminal && Clock::now() >= m_next) {
+  if (m_isShown && Clock::now() >= m_next) {
     show(size);
     m_next = Clock::now() + kInterval;
   }
 }
 
 void Progress::show(std::uint64_t size) {
-  const std::string line = "vyn-make-log: " + describe(size, m_goal);
+  const std::string line = m_program + ": " + describe(size, m_goal);
   clear();
   std::fputs(line.c_str(), stderr);
   m_shown = line.size();
@@ -51,4 +55,4 @@ void Progress::clear() {
   }
 }
 
-}  // namespace vyn::logmaker
+}  // namespace vyn::cli
