@@ -36,15 +36,18 @@ std::vector<std::string> withVerb(std::vector<std::string> words) {
   return words;
 }
 
+constexpr char kExitStatuses[] =
+    "Exit status: 0 done; 1 failed; 2 wrong usage; 3 done, but something in the log was damaged "
+    "or\n"
+    "lost; 4 done, but what was measured misses what was asked for.";
+
 std::string examples() {
   std::string text = "Examples:\n";
   for (const Verb* verb : kVerbs) {
     text += std::string("  ") + verb->example + "\n";
   }
-  text +=
-      "Exit status: 0 done, 1 failed, 2 wrong usage, 3 done but something in the log was damaged\n"
-      "or lost, 4 what was measured misses what was asked for.\n";
-  return text + "A log that is named like a verb is given as ./" + kDefaultVerb.name + ".";
+  return text + "A log that is named like a verb is given as ./" + kDefaultVerb.name + ".\n\n" +
+         kExitStatuses;
 }
 
 void addVersion(CLI::App& app) {
@@ -62,7 +65,7 @@ void setLabels(CLI::App& app) {
 void declareVerbs(CLI::App& app, int& exitStatus) {
   for (const Verb* verb : kVerbs) {
     CLI::App* commandLine = app.add_subcommand(verb->name, verb->purpose);
-    commandLine->footer(std::string("Example:\n  ") + verb->example);
+    commandLine->footer(std::string("Example:\n  ") + verb->example + "\n\n" + kExitStatuses);
     addVersion(*commandLine);
     verb->declare(*commandLine, exitStatus);
   }

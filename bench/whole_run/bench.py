@@ -119,6 +119,26 @@ class Bench:
                          Ratio.of(summary.peak, self.fixed(points[-1][0])))
         return points
 
+    def inspection(self):
+        """What is told of a log, against reading and verifying it; what is saved, against cp."""
+        workloads, add = self.workloads, self.results.add
+        log = workloads.log(self.size(1000))
+        walker, recoverer, copier = (workloads.walker(log), workloads.recoverer(log),
+                                     workloads.copier(log))
+        tellers = [workloads.teller(verb, log) for verb in ("info", "check")]
+        run_in_turn([walker, *tellers], self.rounds)
+        run_in_turn([recoverer, copier], self.rounds)
+        searcher = workloads.recoverer(workloads.damaged(log), "--search", status=3)
+        run_in_turn([searcher], self.rounds)
+        for program in tellers:
+            add(f"{program.name}, wall time / reading and verifying",
+                Ratio.of(program.wall, walker.wall), 2.0)
+        add("recover, wall time / cp", Ratio.of(recoverer.wall, copier.wall), 2.0)
+        add("recover --search, wall time / cp", Ratio.of(searcher.wall, copier.wall), 3.0)
+        for program in (*tellers, recoverer, searcher):
+            add(f"{program.name}, peak memory / (chunk + 16 MB)",
+                Ratio.of(program.peak, self.fixed(CHUNK + 16 * MEGABYTE)), 1.0)
+
     def stages(self, tool):
         """Seconds of each stage, by a benchmark that runs them one by one."""
         report = subprocess.run(
@@ -174,6 +194,8 @@ def main():
     growth = {"JSON document": bench.view_growth(), "summary": bench.summary()}
     workloads.clear()
     growth["export json"] = bench.export_growth()
+    workloads.clear()
+    bench.inspection()
     workloads.clear()
     json_stages = bench.stages("stages_bench")
     summary_stages = bench.stages("summary_reader_bench")

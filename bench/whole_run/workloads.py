@@ -1,6 +1,7 @@
 """The logs that the bench reads, and the programs that it runs on them."""
 
 import os
+import shutil
 import subprocess
 import sys
 from pathlib import Path
@@ -54,6 +55,36 @@ class Workloads:
         output = output or self.path("export.json")
         command = [self.tool("vyn-profile-viewer"), "export", "json", log, "-o", output]
         return Program("export json", command, output)
+
+    def walker(self, log):
+        """Reads and verifies, and nothing else."""
+        return Program("walk", [self.tool("walk_log"), log])
+
+    def teller(self, verb, log):
+        """A verb that tells something of a log."""
+        return Program(verb, [self.tool("vyn-profile-viewer"), verb, log])
+
+    def copier(self, log):
+        output = self.path("copy.log")
+        return Program("cp", ["cp", log, output], output)
+
+    def recoverer(self, log, *options, status=0):
+        output = self.path("recovered.log")
+        command = [self.tool("vyn-profile-viewer"), "recover", log, "-o", output, *options]
+        return Program(" ".join(["recover", *options]), command, output, status)
+
+    def damaged(self, log):
+        """A copy with a byte of its middle chunk changed, so that the chunk is no longer sound."""
+        path = self.path("damaged.log")
+        shutil.copyfile(log, path)
+        with open(path, "r+b") as file:
+            middle = os.path.getsize(path) // 2
+            length = int.from_bytes(file.read(4), "little")
+            while file.tell() + length < middle:
+                file.seek(length, os.SEEK_CUR)
+                length = int.from_bytes(file.read(4), "little")
+            file.write(b"\xff" * 4)  # the offset of its root table
+        return path
 
     def plain(self, log):
         output = self.path("plain.json")

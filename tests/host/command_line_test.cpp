@@ -36,6 +36,17 @@ TEST_F(CommandLineTest, HelpHasAnExampleForEachVerb) {
   }
 }
 
+TEST_F(CommandLineTest, HelpTellsTheExitStatuses) {
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"--help"}, {"view", "--help"}, {"export", "--help"}}) {
+    EXPECT_THAT(
+        run(words).output,
+        HasSubstr("\nExit status: 0 done; 1 failed; 2 wrong usage; 3 done, but something in "
+                  "the log was damaged or\nlost; 4 done, but what was measured misses what "
+                  "was asked for.\n"));
+  }
+}
+
 constexpr const char* kViewOptions[] = {"-o,--output", "-r,--reader", "-l,--level", "--payloads",
                                         "--header"};
 
