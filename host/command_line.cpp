@@ -55,12 +55,6 @@ void addVersion(CLI::App& app) {
                        std::string(kProgramName) + " " + profiling::kProfileViewerVersion);
 }
 
-void setLabels(CLI::App& app) {
-  app.get_formatter()->label("REQUIRED", "");
-  app.get_formatter()->label("Excludes", "not with");
-  app.get_formatter()->label("Needs", "with");
-}
-
 // The verb that the command line names runs when that has been parsed.
 void declareVerbs(CLI::App& app, int& exitStatus) {
   for (const Verb* verb : kVerbs) {
@@ -70,7 +64,7 @@ void declareVerbs(CLI::App& app, int& exitStatus) {
     verb->declare(*commandLine, exitStatus);
   }
   app.formatter(std::make_shared<HelpPage>(*app.get_subcommand(kDefaultVerb.name)));
-  setLabels(app);
+  cli::setHelpLabels(app);
   app.require_subcommand(1);
 }
 
@@ -85,7 +79,7 @@ bool isWordForOption(const std::vector<std::string>& words) {
 
 int runCommandLine(int argc, char** argv) {
   CLI::App app("Reads the profiling logs of vyn-net-run. Without a verb: view.", kProgramName);
-  setLabels(app);
+  cli::setHelpLabels(app);
   addVersion(app);
   app.footer(examples());
   int exitStatus = cli::kDone;
@@ -101,7 +95,9 @@ int runCommandLine(int argc, char** argv) {
   try {
     app.parse(parsed);
   } catch (const CLI::ParseError& error) {
-    return cli::endParsing(app, error, [&] { return explainUsage(app, error, words); });
+    const std::string verb = !words.empty() && isVerb(words.front()) ? " " + words.front() : "";
+    return cli::endParsing(app, error, kProgramName + verb,
+                           [&] { return explainUsage(app, error, words); });
   }
   return exitStatus;
 }

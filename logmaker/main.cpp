@@ -86,6 +86,7 @@ int run(int argc, char** argv) {
   Options options;
   CLI::App app("Writes a profiling log like that of a real run: equal options, equal bytes.",
                kProgramName);
+  cli::setHelpLabels(app);
   addOptions(app, options);
   app.set_version_flag("-V,--version",
                        std::string(kProgramName) + " " + profiling::kProfileViewerVersion)
@@ -93,7 +94,7 @@ int run(int argc, char** argv) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return cli::endParsing(app, error, [&] { return explainUsage(app, error); });
+    return cli::endParsing(app, error, kProgramName, [&] { return explainUsage(app, error); });
   }
   makeLog(options);
   return cli::kDone;

@@ -1,5 +1,6 @@
 #include "cli/usage_report.h"
 
+#include <CLI/Formatter.hpp>
 #include <cstdio>
 #include <sstream>
 #include <vector>
@@ -23,8 +24,14 @@ std::vector<std::string> optionNames(const CLI::App& app) {
 
 }  // namespace
 
+void setHelpLabels(CLI::App& app) {
+  app.get_formatter()->label("REQUIRED", "");
+  app.get_formatter()->label("Excludes", "not with");
+  app.get_formatter()->label("Needs", "with");
+}
+
 // The library's own report is two lines; a script that collects errors wants one.
-int endParsing(const CLI::App& app, const CLI::ParseError& error,
+int endParsing(const CLI::App& app, const CLI::ParseError& error, const std::string& helped,
                const std::function<std::string()>& explain) {
   if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
     std::ostringstream text;
@@ -33,7 +40,7 @@ int endParsing(const CLI::App& app, const CLI::ParseError& error,
     files::finishStandardOutput();
     return kDone;
   }
-  reportLine(app.get_name(), explain() + "; see " + app.get_name() + " --help");
+  reportLine(app.get_name(), explain() + "; see " + helped + " --help");
   return kWrongUsage;
 }
 

@@ -8,10 +8,14 @@
 
 namespace vyn::cli {
 
+/// The words in which the help says what goes with what; a required option needs none.
+void setHelpLabels(CLI::App& app);
+
 /// Ends a command line that `app` has not parsed to its end and returns the exit status: prints the
-/// help or the version when that was asked for, else one line with what `explain` says is wrong.
-/// Throws files::FileError, files::ClosedPipe when standard output cannot be written.
-int endParsing(const CLI::App& app, const CLI::ParseError& error,
+/// help or the version when that was asked for, else one line with what `explain` says is wrong,
+/// and `helped`, the command whose help tells more. Throws files::FileError, files::ClosedPipe when
+/// standard output cannot be written.
+int endParsing(const CLI::App& app, const CLI::ParseError& error, const std::string& helped,
                const std::function<std::string()>& explain);
 
 /// For the end of a line: " (did you mean --level?)". Empty when nothing is meant.

@@ -9,10 +9,13 @@ using testing::HasSubstr;
 
 class CommandLineTest : public HostTest {
  protected:
-  void expectUsageError(std::vector<std::string> arguments, const std::string& line) const {
-    const ProgramResult result = run(std::move(arguments));
+  void expectUsageError(const std::vector<std::string>& arguments, const std::string& line) const {
+    const ProgramResult result = run(arguments);
+    const bool hasVerb =
+        !arguments.empty() && (arguments.front() == "view" || arguments.front() == "export");
+    const std::string verb = hasVerb ? arguments.front() + " " : "";
     EXPECT_EQ(result.exitStatus, 2);
-    EXPECT_EQ(result.errors, ownLine(line + "; see vyn-profile-viewer --help"));
+    EXPECT_EQ(result.errors, ownLine(line + "; see vyn-profile-viewer " + verb + "--help"));
     EXPECT_EQ(result.output, "");
   }
 };

@@ -197,7 +197,7 @@ TEST_F(ExportJsonTest, SaysWhichFormatsThereAre) {
   const ProgramResult result = run({"export", "xml", "run.log"});
   EXPECT_EQ(result.exitStatus, 2);
   EXPECT_EQ(result.errors, ownLine("FORMAT: no format is named xml (there is json); see "
-                                   "vyn-profile-viewer --help"));
+                                   "vyn-profile-viewer export --help"));
   EXPECT_EQ(run({"export", "json"}).exitStatus, 2);
 }
 

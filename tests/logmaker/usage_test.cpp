@@ -101,6 +101,7 @@ TEST(Usage, HelpAndVersionSucceed) {
   const ProgramResult help = runMaker(folder, "--help");
   EXPECT_EQ(help.exitStatus, 0);
   EXPECT_THAT(help.output, HasSubstr("vyn-make-log -o big.log --size 100MB"));
+  EXPECT_THAT(help.output, HasSubstr("--size SIZE not with: --executions"));
   const ProgramResult version = runMaker(folder, "--version");
   EXPECT_EQ(version.exitStatus, 0);
   EXPECT_THAT(version.output, StartsWith("vyn-make-log v"));
