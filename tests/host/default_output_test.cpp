@@ -71,6 +71,16 @@ TEST_F(DefaultOutputTest, ALinkToNothingIsKept) {
   EXPECT_FALSE(fs::exists(directory() / "elsewhere"));
 }
 
+// What came through the pipe is gone: another log may come next.
+TEST_F(DefaultOutputTest, TheDocumentOfAPipeIsKept) {
+  fs::remove(directory() / "a/run.log");
+  ASSERT_EQ(mkfifo((directory() / "a/run.log").c_str(), 0600), 0);
+  const std::string document =
+      "{\n    \"metadata\": {\n        \"inputLogFileLocation\": \"a/run.log\"";
+  write("run.log.json", document);
+  expectKept(document, {"a/run.log"});
+}
+
 TEST_F(DefaultOutputTest, ForceReplaces) {
   write("run.log.json", "notes\n");
   EXPECT_EQ(run({"b/run.log", "--force"}).exitStatus, 0);

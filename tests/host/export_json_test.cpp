@@ -59,6 +59,11 @@ TEST_F(ExportJsonTest, WritesAHeaderBehindChunksWithoutMessages) {
   expectSameDocument(logOf({"{}", "{messages:[]}", "{" + kHeader + "}", "{}"}));
 }
 
+TEST_F(ExportJsonTest, WritesTheFirstOfTwoHeadersWithoutMessagesBetween) {
+  expectSameDocument(
+      logOf({"{" + kHeader + "}", "{header:{timeScale:9}}", "{messages:[" + kMessage + "]}"}));
+}
+
 TEST_F(ExportJsonTest, WritesALogWithoutHeader) {
   expectSameDocument(logOf({"{messages:[" + kMessage + "," + kMessage + "]}", "{}"}));
 }

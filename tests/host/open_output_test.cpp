@@ -70,6 +70,11 @@ TEST_F(OpenOutputTest, AClosedDescriptorIsRefused) {
               FailsWith("/dev/fd/9: is closed; open it or choose another output"));
 }
 
+TEST_F(OpenOutputTest, AClosedStandardStreamIsRefused) {
+  EXPECT_THAT(runWith(">&-", {"-o", "/dev/fd/1"}),
+              FailsWith("/dev/fd/1: is closed; open it or choose another output"));
+}
+
 TEST_F(OpenOutputTest, ADescriptorForReadingIsRefused) {
   EXPECT_THAT(runWith("3<run.log", {"-o", "/dev/fd/3"}),
               FailsWith("/dev/fd/3: is open for reading only; open it for writing (3>FILE)"));

@@ -114,6 +114,15 @@ TEST_F(PermissionTest, AWriteProtectedFileIsKept) {
   EXPECT_THAT(names(), ElementsAre("out.json", "run.log"));
 }
 
+TEST_F(PermissionTest, AFileOfAnotherInOnesOwnStickyDirectoryIsReplaced) {
+  fs::create_directory(directory() / "out");
+  setMode("out", 01777);
+  write("out/x.json", "old");
+  fs::permissions(directory() / "out/x.json", fs::perms(0666));
+  EXPECT_THAT(runAsNobody({"run.log", "-o", "out/x.json"}), SucceedsQuietly());
+  EXPECT_NE(read("out/x.json"), "old");
+}
+
 TEST_F(PermissionTest, AWriteProtectedDirectoryIsRefused) {
   fs::create_directory(directory() / "out");
   setMode("out", 0555);

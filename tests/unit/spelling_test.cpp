@@ -21,6 +21,7 @@ TEST(FindMeant, LeavesWordsThatAreFarFromAll) {
 
 TEST(FindMeant, TakesTheNearest) {
   EXPECT_EQ(findMeant("--lader", {"--reader", "--leader"}), "--leader");
+  EXPECT_EQ(findMeant("--lexel", {"--level", "--leyel"}), "--level") << "the first of two";
 }
 
 }  // namespace

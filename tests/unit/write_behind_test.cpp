@@ -5,9 +5,13 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstddef>
+#include <future>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 namespace vyn::host {
 namespace {
@@ -95,6 +99,37 @@ TEST(WriteBehind, ATextThatIsNotFinishedEndsBehindItsLastBlock) {
 }
 
 #ifndef __SANITIZE_ADDRESS__  // which needs memory of its own
+
+// Takes nothing before it is told to.
+class SlowSink : public profiling::TextSink {
+ public:
+  void write(std::string_view /*text*/) override { m_started.wait(); }
+  void start() { m_start.set_value(); }
+
+ private:
+  std::promise<void> m_start;
+  std::shared_future<void> m_started = m_start.get_future();
+};
+
+TEST(WriteBehind, FewBlocksWaitForASlowSink) {
+  constexpr int kFew = 3;
+  SlowSink sink;
+  WriteBehind written(sink);
+  std::atomic<int> taken = 0;
+  std::thread filling([&] {
+    for (int i = 0; i <= kFew; ++i) {
+      written.exchange(std::make_unique<TextBlock>(), 1);
+      ++taken;
+    }
+  });
+  while (taken < kFew) {
+    std::this_thread::yield();
+  }
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));  // in which one more would be taken
+  EXPECT_EQ(taken, kFew);
+  sink.start();
+  filling.join();
+}
 
 TEST(WriteBehind, WithoutAThreadItWritesByItself) {
   // No memory for another thread's stack.
