@@ -110,8 +110,9 @@ void addHeaders(Writer& out, const profiling::LogFacts& facts) {
   out.EndObject();
 }
 
-template <typename TextOf>
-void addCounts(Writer& out, const char* name, const NumberCounts& counts, const TextOf& textOf) {
+template <typename Enumeration>
+void addCounts(Writer& out, const char* name, const NumberCounts& counts,
+               const char* (*textOf)(Enumeration)) {
   startObject(out, name);
   out.Key("numbers");
   out.StartArray();
@@ -119,7 +120,7 @@ void addCounts(Writer& out, const char* name, const NumberCounts& counts, const 
     out.StartObject();
     out.Key("number");
     out.Int64(entry.number);
-    addText(out, "text", textOf(entry.number));
+    addText(out, "text", textOf(static_cast<Enumeration>(entry.number)));
     addNumber(out, "count", entry.count);
     out.EndObject();
   }
@@ -127,6 +128,8 @@ void addCounts(Writer& out, const char* name, const NumberCounts& counts, const 
   addNumber(out, "others", counts.others);
   out.EndObject();
 }
+
+const char* noText(std::int8_t /*level*/) { return ""; }
 
 void addGraphs(Writer& out, const profiling::MessageFacts& messages) {
   out.Key("graphs");
@@ -149,31 +152,21 @@ void addMessages(Writer& out, const profiling::MessageFacts& messages) {
   startObject(out, "messages");
   addNumber(out, "count", messages.count);
   addNumber(out, "without_graph", messages.withoutGraph);
-  addCounts(out, "by_method", messages.methods, [](std::int64_t number) {
-    return profiling::methodText(static_cast<profiling::schema::MethodType>(number));
-  });
-  addCounts(out, "by_visibility_level", messages.visibilityLevels,
-            [](std::int64_t number) { return std::to_string(number); });
+  addCounts(out, "by_method", messages.methods, profiling::methodText);
+  addCounts(out, "by_visibility_level", messages.visibilityLevels, noText);
   addGraphs(out, messages);
   out.EndObject();
 }
 
 void addEvents(Writer& out, const profiling::EventFacts& events) {
-  namespace schema = profiling::schema;
   startObject(out, "events");
   addNumber(out, "count", events.count);
   addNumber(out, "greatest_depth", events.greatestDepth);
   addNumber(out, "identifiers", events.identifiers);
   addFlag(out, "has_more_identifiers", events.hasMoreIdentifiers);
-  addCounts(out, "by_type", events.types, [](std::int64_t number) {
-    return profiling::eventTypeText(static_cast<schema::EventType>(number));
-  });
-  addCounts(out, "by_unit", events.units, [](std::int64_t number) {
-    return profiling::eventUnitText(static_cast<schema::EventUnit>(number));
-  });
-  addCounts(out, "by_value_type", events.valueTypes, [](std::int64_t number) {
-    return profiling::eventValueTypeText(static_cast<schema::EventValueType>(number));
-  });
+  addCounts(out, "by_type", events.types, profiling::eventTypeText);
+  addCounts(out, "by_unit", events.units, profiling::eventUnitText);
+  addCounts(out, "by_value_type", events.valueTypes, profiling::eventValueTypeText);
   out.EndObject();
 }
 
@@ -218,7 +211,7 @@ void addBytes(Writer& out, const profiling::ByteFacts& bytes) {
   addNumber(out, "event_tables", bytes.events);
   addNumber(out, "other_tables", bytes.otherTables);
   addNumber(out, "texts", bytes.texts);
-  addNumber(out, "lists_and_lengths", bytes.lists);
+  addNumber(out, "lists", bytes.lists);
   addNumber(out, "raw_data", bytes.rawData);
   addNumber(out, "padding_and_unused", bytes.unused);
   addNumber(out, "chunk_lengths", bytes.chunkLengths);
@@ -256,7 +249,7 @@ FactsDocument::FactsDocument(std::ostream& out) : m_out(out) {
 void FactsDocument::add(const std::string& logName, const profiling::LogFacts& facts) {
   m_writer.StartObject();
   addText(m_writer, "log", logName);
-  addNumber(m_writer, "size_bytes", facts.bytes.sum());
+  addNumber(m_writer, "size_bytes", facts.size);
   addChunks(m_writer, facts.chunks);
   addHeaders(m_writer, facts);
   addMessages(m_writer, facts.messages);

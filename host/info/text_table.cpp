@@ -71,8 +71,15 @@ std::string share(std::uint64_t part, std::uint64_t whole) {
   if (whole == 0) {
     return "-";
   }
+  constexpr double kLeastShown = 0.05;
   std::array<char, 16> text{};
   const double percent = 100.0 * static_cast<double>(part) / static_cast<double>(whole);
+  if (part > 0 && percent < kLeastShown) {
+    return "<0.1 %";
+  }
+  if (part < whole && percent >= 100 - kLeastShown) {
+    return ">99.9 %";
+  }
   const auto result =
       std::to_chars(text.data(), text.data() + text.size(), percent, std::chars_format::fixed, 1);
   return std::string(text.data(), result.ptr) + " %";

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -28,6 +29,11 @@ struct InfoOptions {
   Progress progress = Progress::kShown;
 };
 
+std::optional<std::uint64_t> fileSizeOf(const LogFile& log) {
+  return log.canBeReadAgain() ? std::optional(static_cast<std::uint64_t>(log.status.st_size))
+                              : std::nullopt;
+}
+
 bool isSomethingElse(const LogFile& log, const profiling::LogFacts& facts) {
   return facts.chunks.count == 0 && log.canBeReadAgain() &&
          recogniseForeignFormat(log.path).has_value();
@@ -37,7 +43,7 @@ bool isSomethingElse(const LogFile& log, const profiling::LogFacts& facts) {
 profiling::LogFacts collectFacts(const LogFile& log, Progress progress) {
   profiling::FactsCollector collector;
   const profiling::WalkResult walk = walkLogFile(log, collector, progress);
-  profiling::LogFacts facts = collector.facts(walk);
+  profiling::LogFacts facts = collector.facts(walk, fileSizeOf(log));
   if (walk.end == profiling::WalkEnd::kReadError || isSomethingElse(log, facts)) {
     throw files::FileError(log.name, describeDamage(log, walk));
   }

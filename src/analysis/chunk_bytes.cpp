@@ -7,15 +7,35 @@ namespace vyn::profiling {
 using flatbuffers::uoffset_t;
 using flatbuffers::voffset_t;
 
+namespace {
+
+// What one bit stands for, as the power of two of its bytes. Most of what a writer makes starts at
+// a multiple of four bytes.
+constexpr unsigned kByte = 0;
+constexpr unsigned kCoarseUnit = 2;
+
+}  // namespace
+
+// Inline, for nothing is called as often.
+inline void ChunkBytes::claimRange(const std::uint8_t* start, std::size_t size,
+                                   std::uint64_t& use) {
+  const auto first = static_cast<std::size_t>(start - m_chunk.data());
+  const std::size_t roundUp = (std::size_t{1} << m_unit) - 1;
+  const std::size_t end = std::min((first + size + roundUp) >> m_unit, m_units);
+  use += m_claimed.set(first >> m_unit, end) << m_unit;
+}
+
 void ChunkBytes::startChunk(std::span<const std::uint8_t> chunk) {
   m_chunk = chunk;
-  m_unit = chunk.size() > m_maxExactChunk ? kCoarseUnit : 1;
-  m_claimed.reset(chunk.size() / m_unit);
+  m_unit = chunk.size() > m_maxExactChunk ? kCoarseUnit : kByte;
+  m_units = chunk.size() >> m_unit;
+  m_claimed.reset(m_units);
+  m_recentVtables.fill(nullptr);
   m_total += chunk.size();
   claimRange(chunk.data(), sizeof(uoffset_t), m_facts.otherTables);  // where the root is
   const schema::ProfileLog* root = schema::GetProfileLog(chunk.data());
   claimTable(root, m_facts.otherTables);
-  claimList(root->messages());
+  claimList(root->messages(), m_facts.lists);
 }
 
 void ChunkBytes::claim(const schema::Event& event) {
@@ -23,8 +43,8 @@ void ChunkBytes::claim(const schema::Event& event) {
   claimText(event.identifier());
   claimText(event.secondaryName());
   claimText(event.stringValue());
-  claimRawData(event.rawData());
-  claimList(event.subEvents());
+  claimList(event.rawData(), m_facts.rawData);
+  claimList(event.subEvents(), m_facts.lists);
 }
 
 void ChunkBytes::claim(const schema::Message& message) {
@@ -32,7 +52,7 @@ void ChunkBytes::claim(const schema::Message& message) {
   claimTable(message.header(), m_facts.otherTables);
   claimTable(message.appMetrics(), m_facts.otherTables);
   claimText(message.graphName());
-  claimList(message.profilingEvents());
+  claimList(message.profilingEvents(), m_facts.lists);
 }
 
 void ChunkBytes::claim(const schema::LogHeader& header) {
@@ -55,37 +75,28 @@ void ChunkBytes::claimTable(const Table* table, std::uint64_t& use) {
   const std::size_t size = vtableSize >= 2 * sizeof(voffset_t)
                                ? flatbuffers::ReadScalar<voffset_t>(vtable + sizeof(voffset_t))
                                : sizeof(uoffset_t);
-  claimRange(vtable, vtableSize, use);
+  const std::uint8_t*& recent =
+      m_recentVtables[reinterpret_cast<std::uintptr_t>(vtable) / 2 % m_recentVtables.size()];
+  if (recent != vtable) {
+    claimRange(vtable, vtableSize, use);
+    recent = vtable;
+  }
   claimRange(start, size, use);
 }
 
 template <typename Element>
-void ChunkBytes::claimList(const flatbuffers::Vector<Element>* list) {
+void ChunkBytes::claimList(const flatbuffers::Vector<Element>* list, std::uint64_t& use) {
   if (list != nullptr) {
     claimRange(list->Data() - sizeof(uoffset_t),
-               sizeof(uoffset_t) + sizeof(Element) * std::size_t{list->size()}, m_facts.lists);
+               sizeof(uoffset_t) + sizeof(Element) * std::size_t{list->size()}, use);
   }
 }
 
 void ChunkBytes::claimText(const flatbuffers::String* text) {
   if (text != nullptr) {
-    claimRange(text->Data() - sizeof(uoffset_t), sizeof(uoffset_t), m_facts.lists);
-    claimRange(text->Data(), std::size_t{text->size()} + 1, m_facts.texts);
+    claimRange(text->Data() - sizeof(uoffset_t), sizeof(uoffset_t) + std::size_t{text->size()} + 1,
+               m_facts.texts);
   }
-}
-
-void ChunkBytes::claimRawData(const flatbuffers::Vector<std::uint8_t>* bytes) {
-  if (bytes != nullptr) {
-    claimRange(bytes->Data() - sizeof(uoffset_t), sizeof(uoffset_t), m_facts.lists);
-    claimRange(bytes->Data(), bytes->size(), m_facts.rawData);
-  }
-}
-
-void ChunkBytes::claimRange(const std::uint8_t* start, std::size_t size, std::uint64_t& use) {
-  const auto first = static_cast<std::size_t>(start - m_chunk.data());
-  const std::size_t units = m_chunk.size() / m_unit;
-  const std::size_t end = std::min((first + size + m_unit - 1) / m_unit, units);
-  use += m_claimed.set(std::min(first / m_unit, end), end) * m_unit;
 }
 
 ByteFacts ChunkBytes::facts() const {

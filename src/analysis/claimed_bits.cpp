@@ -4,48 +4,35 @@
 #include <bit>
 
 namespace vyn::profiling {
-namespace {
-
-constexpr std::size_t kWordBits = 64;
-constexpr std::uint64_t kFull = ~std::uint64_t{0};
-
-}  // namespace
 
 void ClaimedBits::reset(std::size_t size) {
-  std::size_t words = size;
-  std::size_t level = 0;
-  do {
+  std::size_t words = size / kWordBits + 1;
+  m_bits.assign(words, 0);
+  std::size_t rows = 0;
+  while (words > 1) {
     words = words / kWordBits + 1;
-    if (level == m_levels.size()) {
-      m_levels.emplace_back();
-    }
-    m_levels[level++].assign(words, 0);
-  } while (words > 1);
-  m_levels.resize(level);
+    m_full.resize(std::max(m_full.size(), rows + 1));
+    m_full[rows++].assign(words, 0);
+  }
 }
 
-std::size_t ClaimedBits::set(std::size_t first, std::size_t end) {
+std::size_t ClaimedBits::setWords(std::size_t first, std::size_t end) {
   std::size_t added = 0;
   for (std::size_t word = first / kWordBits; word * kWordBits < end;) {
     const std::size_t start = word * kWordBits;
-    const std::size_t before = first > start ? first - start : 0;
-    const std::size_t behind = std::max(start + kWordBits, end) - end;
-    const std::uint64_t mask = (kFull << before) & (kFull >> behind);
-    std::uint64_t& bits = m_levels[0][word];
-    added += static_cast<std::size_t>(std::popcount(mask & ~bits));
-    bits |= mask;
+    const bool wasFull = m_bits[word] == kFull;
+    added += setInWord(word, std::max(first, start) - start, std::min(end - start, kWordBits));
     ++word;
-    if (bits == kFull) {
-      markFull(word - 1);
-      word = nextOpen(1, word);
+    if (wasFull) {
+      word = nextOpen(0, word);
     }
   }
   return added;
 }
 
 void ClaimedBits::markFull(std::size_t word) {
-  for (std::size_t level = 1; level < m_levels.size(); ++level) {
-    std::uint64_t& bits = m_levels[level][word / kWordBits];
+  for (std::vector<std::uint64_t>& row : m_full) {
+    std::uint64_t& bits = row[word / kWordBits];
     bits |= std::uint64_t{1} << word % kWordBits;
     if (bits != kFull) {
       return;
@@ -54,15 +41,14 @@ void ClaimedBits::markFull(std::size_t word) {
   }
 }
 
-std::size_t ClaimedBits::nextOpen(std::size_t level, std::size_t bit) const {
-  const std::size_t word = bit / kWordBits;
-  const std::uint64_t open = ~m_levels[level][word] >> bit % kWordBits;
-  if (open != 0) {
-    return bit + static_cast<std::size_t>(std::countr_zero(open));
+std::size_t ClaimedBits::nextOpen(std::size_t row, std::size_t bit) const {
+  std::size_t word = bit / kWordBits;
+  std::uint64_t open = ~m_full[row][word] & (kFull << bit % kWordBits);
+  if (open == 0) {
+    word = nextOpen(row + 1, word + 1);
+    open = ~m_full[row][word];
   }
-  const std::size_t openWord = nextOpen(level + 1, word + 1);
-  return openWord * kWordBits +
-         static_cast<std::size_t>(std::countr_zero(~m_levels[level][openWord]));
+  return word * kWordBits + static_cast<std::size_t>(std::countr_zero(open));
 }
 
 }  // namespace vyn::profiling

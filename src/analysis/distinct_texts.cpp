@@ -10,6 +10,11 @@ constexpr std::size_t kMaxHashedLength = 256;  // bytes
 
 void DistinctTexts::add(std::string_view text, TextFingerprints& fingerprints) {
   const std::uint64_t hash = hashOf(text, fingerprints);
+  std::uint64_t& recent = m_recent[hash % m_recent.size()];
+  if (recent == hash) {
+    return;
+  }
+  recent = hash;
   if (m_hashes.size() < kMaxTexts) {
     m_hashes.insert(hash);
   } else if (!m_hasMore) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -27,7 +28,8 @@ class DistinctTexts {
 
   TextHash m_hash;
   std::unordered_set<std::uint64_t> m_hashes;
-  bool m_hasMore = false;  // than are counted
+  std::array<std::uint64_t, 256> m_recent{};  // hashes that came lately, by their lowest bits
+  bool m_hasMore = false;                     // than are counted
 };
 
 }  // namespace vyn::profiling

@@ -7,8 +7,8 @@
 namespace vyn::profiling {
 namespace {
 
-bool isPayload(const schema::Event& event) {
-  return event.unit() == schema::EventUnit::OBJECT &&
+bool isPayload(const schema::Event& event, schema::EventUnit unit) {
+  return unit == schema::EventUnit::OBJECT &&
          event.valueType() == schema::EventValueType::RAW_DATA && event.rawData() != nullptr;
 }
 
@@ -16,15 +16,16 @@ bool isPayload(const schema::Event& event) {
 
 void EventTally::add(const schema::Event& event, std::uint32_t depth,
                      TextFingerprints& fingerprints) {
+  const schema::EventUnit unit = event.unit();
   ++m_count;
   m_greatestDepth = std::max(m_greatestDepth, depth);
   m_types.add(static_cast<std::uint32_t>(event.type()));
-  m_units.add(static_cast<std::uint32_t>(event.unit()));
+  m_units.add(static_cast<std::uint32_t>(unit));
   m_valueTypes.add(static_cast<std::uint32_t>(event.valueType()));
-  if (event.identifier() != nullptr) {
-    m_identifiers.add(event.identifier()->string_view(), fingerprints);
+  if (const flatbuffers::String* identifier = event.identifier()) {
+    m_identifiers.add(identifier->string_view(), fingerprints);
   }
-  if (isPayload(event)) {
+  if (isPayload(event, unit)) {
     ++m_payloads.count;
     m_payloads.bytes = saturatingSum(m_payloads.bytes, event.rawData()->size());
   }

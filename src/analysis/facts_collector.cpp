@@ -1,5 +1,7 @@
 #include "analysis/facts_collector.h"
 
+#include <algorithm>
+
 #include "input/chunk_format.h"
 
 namespace vyn::profiling {
@@ -61,9 +63,11 @@ void FactsCollector::addEvents(const Events* events, std::uint32_t depth) {
   }
 }
 
-LogFacts FactsCollector::facts(const WalkResult& walk) const {
+LogFacts FactsCollector::facts(const WalkResult& walk,
+                               std::optional<std::uint64_t> fileSize) const {
   LogFacts facts;
   facts.walk = walk;
+  facts.size = std::max(walk.soundBytes + readOfLast(walk), fileSize.value_or(0));
   facts.chunks = m_chunkSizes.facts();
   m_headers.report(facts);
   facts.messages.count = m_messages;
@@ -78,7 +82,7 @@ LogFacts FactsCollector::facts(const WalkResult& walk) const {
   facts.bytes = m_bytes.facts();
   facts.bytes.chunkLengths = sizeof(ChunkLength) * facts.chunks.count;
   // One that is cut short may have been taken all the same.
-  facts.bytes.refused = walk.soundBytes + readOfLast(walk) - facts.bytes.sum();
+  facts.bytes.refused = facts.size - facts.bytes.sum();
   return facts;
 }
 

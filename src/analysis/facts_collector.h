@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "analysis/chunk_bytes.h"
 #include "analysis/chunk_sizes.h"
@@ -24,8 +25,9 @@ class FactsCollector : public MessageSink {
   void header(const schema::LogHeader& header) override;
   void message(const schema::Message& message) override;
 
-  /// The facts of the log whose walk ended so.
-  LogFacts facts(const WalkResult& walk) const;
+  /// The facts of the log whose walk ended so. `fileSize` in bytes; without it, or when the walk
+  /// came to more, the log is as long as what was read of it.
+  LogFacts facts(const WalkResult& walk, std::optional<std::uint64_t> fileSize) const;
 
  private:
   using Events = flatbuffers::Vector<flatbuffers::Offset<schema::Event>>;

@@ -114,14 +114,14 @@ struct SequenceFacts {
 /// What the bytes of the log are for, each counted once: where several tables or texts share it,
 /// for the one that the log names first.
 struct ByteFacts {
-  std::uint64_t events = 0;       ///< their tables
-  std::uint64_t otherTables = 0;  ///< of messages, headers, metrics, and the chunks' roots
-  std::uint64_t texts = 0;        ///< with the zero bytes at their ends
-  std::uint64_t lists = 0;        ///< lists of events and messages; lengths of all lists and texts
-  std::uint64_t rawData = 0;
+  std::uint64_t events = 0;        ///< their tables
+  std::uint64_t otherTables = 0;   ///< of messages, headers, metrics, and the chunks' roots
+  std::uint64_t texts = 0;         ///< with their lengths and the zero bytes at their ends
+  std::uint64_t lists = 0;         ///< of events and messages, with their lengths
+  std::uint64_t rawData = 0;       ///< with its lengths
   std::uint64_t unused = 0;        ///< padding, and what nothing names
   std::uint64_t chunkLengths = 0;  ///< in front of the chunks
-  std::uint64_t refused = 0;       ///< from the damage on, as far as it was read
+  std::uint64_t refused = 0;       ///< from the damage on
 
   std::uint64_t sum() const {
     return events + otherTables + texts + lists + rawData + unused + chunkLengths + refused;
@@ -129,7 +129,8 @@ struct ByteFacts {
 };
 
 struct LogFacts {
-  WalkResult walk;  ///< where and why the log ended
+  WalkResult walk;         ///< where and why the log ended
+  std::uint64_t size = 0;  ///< bytes of the log, as far as they are known
   ChunkFacts chunks;
   std::uint64_t headers = 0;
   std::optional<HeaderFacts> header;          ///< the first one
