@@ -18,11 +18,11 @@ using profiling::LogFacts;
 
 constexpr char kWritersUnit[] = " in the writer's unit";
 
-std::string shown(const std::optional<profiling::KeptText>& text) {
+std::string versionText(const std::optional<profiling::KeptText>& text) {
   return text ? shown(*text) : "none";
 }
 
-std::string shown(float number) {
+std::string shortest(float number) {
   std::array<char, 24> text{};
   return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
 }
@@ -97,7 +97,7 @@ void printOverview(const LogFacts& facts, std::ostream& out) {
   printDamage(facts.walk, list);
 }
 
-std::string shown(const std::optional<profiling::VersionFacts>& version) {
+std::string versionText(const std::optional<profiling::VersionFacts>& version) {
   return version ? std::to_string(version->major) + "." + std::to_string(version->minor) + "." +
                        std::to_string(version->teeny) + ", flag " + std::to_string(version->flag)
                  : "none";
@@ -126,10 +126,10 @@ void printHeader(const LogFacts& facts, std::ostream& out) {
   TextList list(out);
   list.add("created", creationOf(*facts.header));
   list.add("time stamp", grouped(facts.header->timestamp) + kWritersUnit);
-  list.add("time scale", shown(facts.header->timeScale));
-  list.add("log version", shown(facts.header->version));
-  list.add("vyn-net-run", shown(facts.header->netRunVersion));
-  list.add("back end", shown(facts.header->backendVersion));
+  list.add("time scale", shortest(facts.header->timeScale));
+  list.add("log version", versionText(facts.header->version));
+  list.add("vyn-net-run", versionText(facts.header->netRunVersion));
+  list.add("back end", versionText(facts.header->backendVersion));
   if (facts.headers > 1) {
     list.add("headers", grouped(facts.headers) + ", " + differencesOf(facts.differingHeaders));
   }

@@ -61,7 +61,6 @@ int tellInText(const InfoOptions& options) {
     std::cout << (isFirst ? "" : "\n");
     isFirst = false;
     printFacts(log.name, facts, std::cout);
-    files::finishStandardOutput();
     return statusOf(facts);
   });
 }
@@ -74,7 +73,6 @@ int tellInJson(const InfoOptions& options) {
     return statusOf(facts);
   });
   document.finish();
-  files::finishStandardOutput();
   return status;
 }
 
@@ -87,6 +85,7 @@ void declareInfo(CLI::App& commandLine, int& exitStatus) {
     refuseRepeatedStandardInput(options->logs);
     exitStatus =
         options->format == ReportFormat::kJson ? tellInJson(*options) : tellInText(*options);
+    files::finishStandardOutput();
   });
 }
 
