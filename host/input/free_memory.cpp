@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "base/saturating.h"
 #include "files/file_error.h"
-#include "host/saturating.h"
 
 namespace vyn::host {
 namespace {
@@ -24,7 +24,7 @@ std::optional<std::uint64_t> systemFigure(const std::string& name) {
   std::string unit;
   while (list >> key >> kilobytes && std::getline(list, unit)) {
     if (key == name + ":") {
-      return saturatingProduct(kilobytes, kBytesPerKilobyte);
+      return profiling::saturatingProduct(kilobytes, kBytesPerKilobyte);
     }
   }
   return std::nullopt;
@@ -41,9 +41,10 @@ void checkRoomForDocument(const LogFile& log) {
   if (!log.canBeReadAgain() || !available) {
     return;
   }
-  const std::uint64_t free = saturatingSum(*available, systemFigure("SwapFree").value_or(0));
-  const std::uint64_t needed =
-      saturatingProduct(static_cast<std::uint64_t>(log.status.st_size), kDocumentBytesPerByte);
+  const std::uint64_t free =
+      profiling::saturatingSum(*available, systemFigure("SwapFree").value_or(0));
+  const std::uint64_t needed = profiling::saturatingProduct(
+      static_cast<std::uint64_t>(log.status.st_size), kDocumentBytesPerByte);
   if (needed > free) {
     throw files::FileError(log.name,
                            "its document takes about " + megabytes(needed) + " of memory, and " +

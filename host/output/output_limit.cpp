@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/saturating.h"
 #include "files/file_error.h"
-#include "host/saturating.h"
 
 namespace vyn::host {
 namespace {
@@ -15,7 +15,7 @@ constexpr std::uint64_t kTimesTheLog = 1000;
 
 OutputLimit OutputLimit::standardFor(const LogFile& log) {
   const auto size = static_cast<std::uint64_t>(log.canBeReadAgain() ? log.status.st_size : 0);
-  return OutputLimit(std::max(kLeast, saturatingProduct(size, kTimesTheLog)),
+  return OutputLimit(std::max(kLeast, profiling::saturatingProduct(size, kTimesTheLog)),
                      ", far more than such a log should give");
 }
 
@@ -31,7 +31,8 @@ void OutputLimit::check(std::uint64_t size, const std::string& target) const {
 EnforcedLimit::EnforcedLimit(const OutputLimit& limit, std::uint64_t present) {
   getrlimit(RLIMIT_FSIZE, &m_previous);
   // One byte more, which tells an output that is too large from one that just fits.
-  const std::uint64_t largest = saturatingSum(saturatingSum(limit.bytes(), present), 1);
+  const std::uint64_t largest =
+      profiling::saturatingSum(profiling::saturatingSum(limit.bytes(), present), 1);
   // Beyond what a file's size can be, the system's limits do not work.
   const rlim_t limited = largest > INT64_MAX ? RLIM_INFINITY : largest;
   const rlimit lowered{std::min(limited, m_previous.rlim_cur), m_previous.rlim_max};

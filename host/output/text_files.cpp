@@ -1,13 +1,13 @@
 #include "host/output/text_files.h"
 
+#include "base/saturating.h"
 #include "host/output/scratch_directory.h"
 #include "host/report_line.h"
-#include "host/saturating.h"
 
 namespace vyn::host {
 
 void TextFile::write(std::string_view text) {
-  m_size = saturatingSum(m_size, text.size());
+  m_size = profiling::saturatingSum(m_size, text.size());
   m_limit.check(m_size, m_file.name);
   files::writeAll(m_file, text);
 }

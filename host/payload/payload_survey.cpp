@@ -12,8 +12,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "base/saturating.h"
 #include "files/file_error.h"
-#include "host/saturating.h"
 #include "input/log_walk.h"
 
 namespace vyn::host {
@@ -100,10 +100,11 @@ class Surveyor : public profiling::MessageSink {
     const std::uint64_t writes = writesOf(event, repetition);
     PayloadName& payload = m_survey.names[place];
     payload.sizes.insert(payloadSize(event));
-    payload.writes = saturatingSum(payload.writes, writes);
+    payload.writes = profiling::saturatingSum(payload.writes, writes);
     const std::uint64_t bytes =
-        std::max(kLeastOnDisk, saturatingSum(payloadSize(event), payload.name.size()));
-    m_survey.bytes = saturatingSum(m_survey.bytes, saturatingProduct(writes, bytes));
+        std::max(kLeastOnDisk, profiling::saturatingSum(payloadSize(event), payload.name.size()));
+    m_survey.bytes =
+        profiling::saturatingSum(m_survey.bytes, profiling::saturatingProduct(writes, bytes));
   }
 
   // Texts are told apart by their place first, so that one that many events share is read once.

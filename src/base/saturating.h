@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-namespace vyn::host {
+namespace vyn::profiling {
 
 /// Sums and products of sizes, which a log may make as large as it likes: the largest number stands
 /// for all beyond it.
@@ -14,4 +14,4 @@ constexpr std::uint64_t saturatingProduct(std::uint64_t left, std::uint64_t righ
   return left != 0 && right > UINT64_MAX / left ? UINT64_MAX : left * right;
 }
 
-}  // namespace vyn::host
+}  // namespace vyn::profiling

@@ -1,0 +1,147 @@
+#include "host/info/facts_text.h"
+
+#include <array>
+#include <charconv>
+#include <optional>
+#include <vector>
+
+#include "host/info/creation_time.h"
+#include "host/info/facts_tables.h"
+#include "host/info/shown_text.h"
+#include "host/info/text_table.h"
+#include "host/input/damage_text.h"
+
+namespace vyn::host {
+namespace {
+
+using profiling::LogFacts;
+
+constexpr char kWritersUnit[] = " in the writer's unit";
+
+std::string versionText(const std::optional<profiling::KeptText>& text) {
+  return text ? shown(*text) : "none";
+}
+
+std::string shortest(float number) {
+  std::array<char, 24> text{};
+  return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
+}
+
+std::string sizesOf(const profiling::ChunkFacts& chunks) {
+  if (chunks.count == 0) {
+    return "none";
+  }
+  const std::string median =
+      chunks.medianPrecision == 1
+          ? grouped(chunks.median)
+          : grouped(chunks.median) + " to " + grouped(chunks.median + chunks.medianPrecision - 1);
+  return grouped(chunks.count) + ": smallest " + grouped(chunks.smallest) + ", median " + median +
+         ", largest " + counted(chunks.largest, "byte");
+}
+
+std::string rangeOf(const profiling::TimeStampFacts& stamps) {
+  return grouped(stamps.first) + " to " + grouped(stamps.last) + ", a span of " +
+         grouped(stamps.largest - stamps.smallest) + kWritersUnit + ", " +
+         counted(stamps.stepsBack, "step") + " back";
+}
+
+std::string courseOf(const profiling::SequenceFacts& sequence) {
+  std::string text = grouped(sequence.smallest) + " to " + grouped(sequence.largest) + ": ";
+  text += counted(sequence.gaps, "gap");
+  if (sequence.gaps > 0) {
+    text += " (" + counted(sequence.missing, "number") + " left out)";
+  }
+  return text + ", " + counted(sequence.repeats, "repeat") + ", " +
+         counted(sequence.stepsBack, "step") + " back";
+}
+
+void printDamage(const profiling::WalkResult& walk, TextList& list) {
+  using profiling::WalkEnd;
+  if (walk.end == WalkEnd::kEndOfLog) {
+    list.add("damage", "none");
+    return;
+  }
+  list.add("damage", "in chunk " + grouped(walk.last.index + 1) + " at byte offset " +
+                         grouped(walk.last.offset) + ": " + whyDamaged(walk.end, walk.last));
+  if (mayStillBeWritten(walk.end)) {
+    list.add("", kMayStillBeWritten);
+  }
+  if (walk.end == WalkEnd::kCutShort && walk.isAccepted) {
+    list.add("", "its messages are all there and are counted");
+  } else if (walk.soundChunks == 0) {
+    list.add("", "nothing sound stands before it: it may be no profiling log at all");
+  }
+  list.add("", "whole before it: " + counted(walk.soundChunks, "chunk") + ", with their lengths " +
+                   counted(walk.soundBytes, "byte"));
+}
+
+void printOverview(const LogFacts& facts, std::ostream& out) {
+  TextList list(out);
+  list.add("size", counted(facts.size, "byte"));
+  list.add("chunks", sizesOf(facts.chunks));
+  list.add("messages", grouped(facts.messages.count));
+  list.add("events", facts.events.count == 0 ? "0"
+                                             : grouped(facts.events.count) + ", at most " +
+                                                   grouped(facts.events.greatestDepth) + " deep");
+  list.add("identifiers", (facts.events.hasMoreIdentifiers ? "more than " : "") +
+                              grouped(facts.events.identifiers) + " different");
+  list.add("payloads", facts.payloads.count == 0 ? "0"
+                                                 : grouped(facts.payloads.count) + ", together " +
+                                                       counted(facts.payloads.bytes, "byte"));
+  if (facts.timeStamps) {
+    list.add("time stamps", rangeOf(*facts.timeStamps));
+  }
+  if (facts.sequence) {
+    list.add("sequence numbers", courseOf(*facts.sequence));
+  }
+  printDamage(facts.walk, list);
+}
+
+std::string versionText(const std::optional<profiling::VersionFacts>& version) {
+  return version ? std::to_string(version->major) + "." + std::to_string(version->minor) + "." +
+                       std::to_string(version->teeny) + ", flag " + std::to_string(version->flag)
+                 : "none";
+}
+
+std::string creationOf(const profiling::HeaderFacts& header) {
+  const std::string utc = utcTime(header.epochTime);
+  const std::string local = localTime(header.epochTime);
+  return utc + " (here " + local + "), " + grouped(header.epochTime) + " us since 1970";
+}
+
+std::string differencesOf(const std::vector<std::string>& fields) {
+  std::string text;
+  for (const std::string& field : fields) {
+    text += (text.empty() ? "" : ", ") + field;
+  }
+  return text.empty() ? "all alike" : "later ones differ in " + text;
+}
+
+void printHeader(const LogFacts& facts, std::ostream& out) {
+  out << "\nHeader\n";
+  if (!facts.header) {
+    out << "  none\n";
+    return;
+  }
+  TextList list(out);
+  list.add("created", creationOf(*facts.header));
+  list.add("time stamp", grouped(facts.header->timestamp) + kWritersUnit);
+  list.add("time scale", shortest(facts.header->timeScale));
+  list.add("log version", versionText(facts.header->version));
+  list.add("vyn-net-run", versionText(facts.header->netRunVersion));
+  list.add("back end", versionText(facts.header->backendVersion));
+  if (facts.headers > 1) {
+    list.add("headers", grouped(facts.headers) + ", " + differencesOf(facts.differingHeaders));
+  }
+}
+
+}  // namespace
+
+void printFacts(const std::string& logName, const LogFacts& facts, std::ostream& out) {
+  out << shown(logName) << '\n';
+  printOverview(facts, out);
+  printHeader(facts, out);
+  printTables(facts, out);
+}
+
+}  // namespace vyn::host

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace vyn::host {
+
+/// Rows of cells that are printed in aligned columns. Cells of the first column begin at its left
+/// end; the others end at the right end of theirs.
+class TextTable {
+ public:
+  explicit TextTable(std::vector<std::string> headings) : m_rows{std::move(headings)} {}
+
+  void add(std::vector<std::string> cells) { m_rows.push_back(std::move(cells)); }
+
+  /// Prints the headings, and the rows a little to the right of them.
+  void print(std::ostream& out) const;
+
+ private:
+  std::vector<std::vector<std::string>> m_rows;  // the headings, then the others
+};
+
+/// Prints names with their values, which begin at one column.
+class TextList {
+ public:
+  explicit TextList(std::ostream& out) : m_out(out) {}
+
+  /// An empty name goes on with the value before.
+  void add(const std::string& name, const std::string& value);
+
+ private:
+  std::ostream& m_out;
+};
+
+/// The number with a comma in front of every third digit from the right: "1,234,567".
+std::string grouped(std::uint64_t number);
+
+/// "1 byte", "1,234 bytes".
+std::string counted(std::uint64_t number, const std::string& noun);
+
+/// What part of the whole that is: "12.5 %". 0 and 100 are nothing and all; "-" of nothing.
+std::string share(std::uint64_t part, std::uint64_t whole);
+
+}  // namespace vyn::host
