@@ -32,13 +32,14 @@ std::string nameOf(const CheckCodeEntry& entry) {
   return std::string(entry.severity == Severity::kError ? "error " : "warning ") + entry.name;
 }
 
+// Numbers that are looked up elsewhere stand as programs take them.
 std::string placeOf(const Finding& finding) {
   if (finding.chunk == 0) {
     return "";
   }
-  return ", chunk " + grouped(finding.chunk) +
-         (finding.message == 0 ? "" : ", message " + grouped(finding.message)) + ", byte " +
-         grouped(finding.offset);
+  return ", chunk " + std::to_string(finding.chunk) +
+         (finding.message == 0 ? "" : ", message " + std::to_string(finding.message)) + ", byte " +
+         std::to_string(finding.offset);
 }
 
 std::string lineOf(const Finding& finding) {

@@ -79,20 +79,15 @@ class TableReader {
   }
 
   // Where the offset leads that stands in the field, or at the chunk's start for the root; kNowhere
-  // when it leads out.
+  // when it leads out. The offset itself is inside.
   std::size_t targetOf(const Reading* reading, std::size_t position) {
-    if (isInside(position, sizeof(uoffset_t))) {
-      const auto offset = numberAt<uoffset_t>(position);
-      if (offset != 0 && static_cast<soffset_t>(offset) >= 0 && isInside(position + offset, 1)) {
-        return position + offset;
-      }
-      refuse(CheckCode::kOffsetOut, position,
-             {offsetName(reading) + " is " + std::to_string(offset),
-              "1 or more, but less than " + std::to_string(m_chunk.size() - position)});
-    } else {
-      refuse(CheckCode::kOffsetOut, position,
-             {offsetName(reading) + " at " + byteAt(position), insideChunk()});
+    const auto offset = numberAt<uoffset_t>(position);
+    if (offset != 0 && static_cast<soffset_t>(offset) >= 0 && isInside(position + offset, 1)) {
+      return position + offset;
     }
+    refuse(CheckCode::kOffsetOut, position,
+           {offsetName(reading) + " is " + std::to_string(offset),
+            "1 or more, but less than " + std::to_string(m_chunk.size() - position)});
     return kNowhere;
   }
 
@@ -171,12 +166,19 @@ class TableReader {
                     {nameOf(reading) + " is not there", "it, for the schema demands it"});
     }
     if (reading.field->kind == FieldRule::Kind::kNumber) {
-      return isInside(place, reading.field->size) ||
-             refuse(CheckCode::kReachesOut, place,
-                    {nameOf(reading) + " at " + byteAt(place), insideChunk()});
+      return isInside(place, reading.field->size) || refusePlace(reading, place);
+    }
+    if (!isInside(place, sizeof(uoffset_t))) {
+      return refusePlace(reading, place);
     }
     const std::size_t target = targetOf(&reading, place);
     return target != kNowhere && readTarget(reading, target);
+  }
+
+  // Of a field that is not inside. Where it is comes from the layout: there is the flaw.
+  bool refusePlace(const Reading& reading, std::size_t place) {
+    return refuse(CheckCode::kReachesOut, reading.layout + reading.field->slot,
+                  {nameOf(reading) + " at " + byteAt(place), insideChunk()});
   }
 
   bool readTarget(const Reading& reading, std::size_t target) {

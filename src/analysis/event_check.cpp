@@ -22,30 +22,8 @@ std::string numberOf(Enumeration value) {
   return std::to_string(static_cast<std::uint32_t>(value));
 }
 
-bool isFinite(const schema::Event& event) {
-  switch (event.valueType()) {
-    case schema::EventValueType::FLOAT:
-      return std::isfinite(event.floatValue());
-    case schema::EventValueType::DOUBLE:
-      return std::isfinite(event.doubleValue());
-    default:
-      return true;
-  }
-}
-
 std::string textOfNumber(double value) {
   return std::isnan(value) ? "NaN" : value > 0 ? "infinity" : "minus infinity";
-}
-
-bool lacksValue(const schema::Event& event) {
-  switch (event.valueType()) {
-    case schema::EventValueType::STRING:
-      return event.stringValue() == nullptr;
-    case schema::EventValueType::RAW_DATA:
-      return event.rawData() == nullptr;
-    default:
-      return false;  // a builder leaves out a number that is 0
-  }
 }
 
 bool leadsOut(std::string_view name) {
@@ -127,21 +105,35 @@ void EventCheck::checkTexts(const schema::Event& event) {
 }
 
 void EventCheck::checkValue(const schema::Event& event) {
-  if (!isFinite(event)) {
-    m_site.report(CheckCode::kNotANumber, &event, [&event] {
-      const double value = event.valueType() == schema::EventValueType::FLOAT
-                               ? static_cast<double>(event.floatValue())
-                               : event.doubleValue();
+  switch (event.valueType()) {
+    case schema::EventValueType::FLOAT:
+      return checkNumber(event, static_cast<double>(event.floatValue()));
+    case schema::EventValueType::DOUBLE:
+      return checkNumber(event, event.doubleValue());
+    case schema::EventValueType::STRING:
+      return checkPresent(event, event.stringValue(), "stringValue");
+    case schema::EventValueType::RAW_DATA:
+      return checkPresent(event, event.rawData(), "rawData");
+    default:
+      return;  // an absent number is 0, which builders leave out
+  }
+}
+
+void EventCheck::checkNumber(const schema::Event& event, double value) {
+  if (!std::isfinite(value)) {
+    m_site.report(CheckCode::kNotANumber, &event, [&] {
       return Evidence{quoted(event.identifier()) + " has the value " + textOfNumber(value),
                       "a finite number"};
     });
   }
-  if (lacksValue(event)) {
-    m_site.report(CheckCode::kNoValue, &event, [&event] {
-      const bool isText = event.valueType() == schema::EventValueType::STRING;
+}
+
+void EventCheck::checkPresent(const schema::Event& event, const void* value, const char* field) {
+  if (value == nullptr) {
+    m_site.report(CheckCode::kNoValue, &event, [&] {
       return Evidence{quoted(event.identifier()) + " has the value type " +
                           schema::EnumNameEventValueType(event.valueType()),
-                      std::string("the field ") + (isText ? "stringValue" : "rawData")};
+                      std::string("the field ") + field};
     });
   }
 }

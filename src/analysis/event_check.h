@@ -19,6 +19,8 @@ class EventCheck {
   void checkEnumerations(const schema::Event& event);
   void checkTexts(const schema::Event& event);
   void checkValue(const schema::Event& event);
+  void checkNumber(const schema::Event& event, double value);
+  void checkPresent(const schema::Event& event, const void* value, const char* field);
   void checkPayloadName(const schema::Event& event);
   void checkSubEvents(const schema::Event& event);
   void checkQueueWaits(const schema::Message& message);

@@ -46,51 +46,64 @@ std::optional<long double> numberOf(const schema::Event& event) {
   }
 }
 
-std::string textOf(long double number, bool isWhole) {
+std::string textOf(long double number, bool isIntegral) {
   constexpr int kDigitsOfWhole = 20;
   constexpr int kDigits = 9;
   std::array<char, 64> text{};
   const auto [end, problem] =
       std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::general,
-                    isWhole ? kDigitsOfWhole : kDigits);
+                    isIntegral ? kDigitsOfWhole : kDigits);
   return {text.data(), end};
 }
 
 }  // namespace
 
-EventSum::EventSum(const schema::Event& whole) : m_event(whole) {
-  if (!addsUp(whole.unit())) {
-    return;
-  }
-  if (const auto number = numberOf(whole)) {
-    m_isAdded = true;
-    m_isWhole = !isFloating(whole);
-    m_whole = *number;
-  }
-}
+EventSum::EventSum(const schema::Event& whole)
+    : m_event(whole), m_isAdded(addsUp(whole.unit()) && numberOf(whole).has_value()) {}
 
-void EventSum::add(const schema::Event& part) {
-  if (!m_isAdded || part.unit() != m_event.unit()) {
+void EventSum::addNumber(const schema::Event& part) {
+  if (part.valueType() == EventValueType::UINT64) {
+    const std::uint64_t sum = m_unsignedParts + part.uint64Value();
+    if (sum < m_unsignedParts) {
+      m_otherParts += static_cast<Number>(m_unsignedParts);
+      m_unsignedParts = part.uint64Value();
+    } else {
+      m_unsignedParts = sum;
+    }
+  } else if (const auto number = numberOf(part)) {
+    m_hasFloating = m_hasFloating || isFloating(part);
+    m_otherParts += *number;
+  } else {
     return;
   }
-  if (const auto number = numberOf(part)) {
-    m_isWhole = m_isWhole && !isFloating(part);
-    m_parts += *number;
-    ++m_count;
-  }
+  ++m_count;
 }
 
 bool EventSum::exceedsWhole() const {
-  const Number tolerance = m_isWhole ? 0 : kRounding * std::fabs(m_whole);
-  return m_count > 0 && m_parts > m_whole + tolerance;
+  if (m_count == 0) {
+    return false;
+  }
+  if (m_event.valueType() == EventValueType::UINT64 && m_otherParts == 0) {
+    return m_unsignedParts > m_event.uint64Value();
+  }
+  const Number tolerance = isIntegral() ? 0 : kRounding * std::fabs(whole());
+  return parts() > whole() + tolerance;
+}
+
+bool EventSum::isIntegral() const { return !m_hasFloating && !isFloating(m_event); }
+
+EventSum::Number EventSum::whole() const { return numberOf(m_event).value_or(0); }
+
+EventSum::Number EventSum::parts() const {
+  return m_otherParts + static_cast<Number>(m_unsignedParts);
 }
 
 Evidence EventSum::describe() const {
   const std::string unit = eventUnitText(m_event.unit());
-  return {quoted(m_event.identifier()) + " has " + textOf(m_whole, m_isWhole) + " " + unit +
+  return {quoted(m_event.identifier()) + " has " + textOf(whole(), isIntegral()) + " " + unit +
               ", its " + std::to_string(m_count) + (m_count == 1 ? " part " : " parts ") +
-              textOf(m_parts, m_isWhole),
-          "no more than the event has; it is " + textOf(m_parts - m_whole, m_isWhole) + " more"};
+              textOf(parts(), isIntegral()),
+          "no more than the event has; it is " + textOf(parts() - whole(), isIntegral()) + " more"};
 }
 
 }  // namespace vyn::profiling

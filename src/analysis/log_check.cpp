@@ -9,12 +9,10 @@
 namespace vyn::profiling {
 namespace {
 
-// The file's first bytes, from its first length, of which `lengthSize` bytes are there, and what
-// follows.
-std::string fileStart(ChunkLength announced, std::size_t lengthSize,
-                      std::span<const std::uint8_t> chunk) {
-  const auto length = lengthBytes(announced);
-  std::string start(length.begin(), length.begin() + static_cast<std::ptrdiff_t>(lengthSize));
+// From the log's first chunk, with the length in front of it.
+std::string startOf(const ChunkPlace& place, std::span<const std::uint8_t> chunk) {
+  const auto length = lengthBytes(place.announced);
+  std::string start(length.begin(), length.end());
   const auto shown = chunk.first(std::min(chunk.size(), kLongestForeignStart - start.size()));
   return start.append(shown.begin(), shown.end());
 }
@@ -57,7 +55,7 @@ void LogCheck::message(const schema::Message& message) {
 void LogCheck::refused(const Chunk& chunk, const ChunkPlace& place) {
   enterChunk(chunk, place);
   if (place.index == 0) {
-    m_start = fileStart(place.announced, sizeof(ChunkLength), chunk.bytes());
+    m_start = startOf(place, chunk.bytes());
   }
   if (isPlausibleChunkSize(place.announced) && chunk.size == place.announced) {
     m_fault = faultOf(chunk.bytes());
@@ -66,9 +64,6 @@ void LogCheck::refused(const Chunk& chunk, const ChunkPlace& place) {
 
 Findings LogCheck::finish(const WalkResult& walk) {
   m_texts.leaveChunk();
-  if (walk.end == WalkEnd::kPartialLength && walk.soundChunks == 0) {
-    m_start = fileStart(walk.last.announced, walk.last.present, {});
-  }
   if (reportForeignFormat(walk, m_start, m_findings)) {
     // What is wrong with it as a log is of no use.
   } else if (m_fault) {
