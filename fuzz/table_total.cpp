@@ -20,11 +20,15 @@ class TableCounter : public profiling::MessageSink {
 
 }  // namespace
 
+std::uint64_t tablesOf(profiling::ByteSource& log) {
+  TableCounter counter;
+  [[maybe_unused]] const profiling::WalkResult walk = profiling::walkLog(log, counter);
+  return counter.total();
+}
+
 std::uint64_t tablesOf(const std::string& logPath) {
   profiling::FileSource file(logPath);
-  TableCounter counter;
-  [[maybe_unused]] const profiling::WalkResult walk = profiling::walkLog(file, counter);
-  return counter.total();
+  return tablesOf(file);
 }
 
 }  // namespace vyn::fuzz

@@ -12,11 +12,14 @@ extern const Verb kViewVerb;
 /// Tells what logs hold, in figures.
 extern const Verb kInfoVerb;
 
+/// Finds what is wrong with logs.
+extern const Verb kCheckVerb;
+
 /// Reads a log and writes it in another format, chunk by chunk.
 extern const Verb kExportVerb;
 
 /// All verbs, in the order of the help.
-inline constexpr std::array kVerbs = {&kViewVerb, &kInfoVerb, &kExportVerb};
+inline constexpr std::array kVerbs = {&kViewVerb, &kInfoVerb, &kCheckVerb, &kExportVerb};
 
 /// The verb that a command line without one means.
 inline constexpr const Verb& kDefaultVerb = kViewVerb;

@@ -8,11 +8,9 @@
 namespace vyn::profiling {
 namespace {
 
-constexpr flatbuffers::uoffset_t kMaxTableDepth = 64;
-
 bool verifies(std::span<const std::uint8_t> chunk, std::size_t maxTables) {
   flatbuffers::Verifier::Options options;
-  options.max_depth = kMaxTableDepth;
+  options.max_depth = ChunkVerifier::kMaxTableDepth;
   options.max_tables = static_cast<flatbuffers::uoffset_t>(maxTables);
   options.check_alignment = false;
   options.check_nested_flatbuffers = true;

@@ -17,6 +17,9 @@ class ChunkVerifier {
   /// the log together.
   bool isSound(std::span<const std::uint8_t> chunk);
 
+  /// How deep tables may nest, the root among them.
+  static constexpr std::uint32_t kMaxTableDepth = 64;
+
   /// Tables that a log may name beyond one for each of its bytes.
   static constexpr std::uint32_t kSharedTableAllowance = 2'097'152;
 

@@ -1,4 +1,5 @@
-// Damages a log in every systematic way and lets both readers judge each form of it:
+// Damages a log in every systematic way, lets both readers judge each form of it, and holds what is
+// found in it against the verifier:
 //   damage_driver LOG EVERY SHARD
 // Takes every EVERY-th case, from case SHARD on, and says how many were sound. Aborts, naming the
 // case, when the readers disagree, judge wrongly, or take memory out of proportion.
@@ -14,6 +15,7 @@
 #include <string>
 
 #include "both_readers.h"
+#include "check_run.h"
 #include "damages.h"
 #include "input_file.h"
 
@@ -41,7 +43,9 @@ std::string contentOf(const char* path) {
 
 void judge(const std::string& what, const std::string& log, Expectation expectation, Tally& tally) {
   g_currentCase = "the log: " + what + "\n";
-  const vyn::fuzz::InputFile file(reinterpret_cast<const std::uint8_t*>(log.data()), log.size());
+  const auto* const bytes = reinterpret_cast<const std::uint8_t*>(log.data());
+  vyn::fuzz::checkFindings({bytes, log.size()});
+  const vyn::fuzz::InputFile file(bytes, log.size());
   const bool isSound = vyn::fuzz::readWithBoth(file.path()).isSound;
   ++(isSound ? tally.sound : tally.refused);
   if (expectation != Expectation::kEither && isSound != (expectation == Expectation::kSound)) {
