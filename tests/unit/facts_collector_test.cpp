@@ -303,8 +303,8 @@ TEST(ChunkSizes, ThatAreTooManyAreRounded) {
   EXPECT_EQ(facts.count, kCount);
   EXPECT_EQ(facts.smallest, 1U);
   EXPECT_EQ(facts.largest, kCount);
-  EXPECT_EQ(facts.medianPrecision, 4U);
-  EXPECT_EQ(facts.median, 100'000U);  // stands for 100,000 to 100,003
+  EXPECT_EQ(facts.medianPrecision, 8U);
+  EXPECT_EQ(facts.median, 100'000U);  // stands for 100,000 to 100,007
 }
 
 TEST(DistinctTexts, CountsUpToABound) {
