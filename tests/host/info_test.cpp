@@ -195,6 +195,7 @@ TEST_F(InfoTest, NearlyAllIsNotAll) {
 
 TEST_F(InfoTest, LongTablesAreCut) {
   std::vector<Message> messages;
+  messages.reserve(1004);
   for (int i = 0; i < 1002; ++i) {
     messages.push_back(stepOf(static_cast<MethodType>(-1 - i % 42), "g" + std::to_string(i)));
   }
