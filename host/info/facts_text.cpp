@@ -103,12 +103,6 @@ std::string versionText(const std::optional<profiling::VersionFacts>& version) {
                  : "none";
 }
 
-std::string creationOf(const profiling::HeaderFacts& header) {
-  const std::string utc = utcTime(header.epochTime);
-  const std::string local = localTime(header.epochTime);
-  return utc + " (here " + local + "), " + grouped(header.epochTime) + " us since 1970";
-}
-
 std::string differencesOf(const std::vector<std::string>& fields) {
   std::string text;
   for (const std::string& field : fields) {
@@ -124,7 +118,9 @@ void printHeader(const LogFacts& facts, std::ostream& out) {
     return;
   }
   TextList list(out);
-  list.add("created", creationOf(*facts.header));
+  list.add("created", utcTime(facts.header->epochTime) + ", " + grouped(facts.header->epochTime) +
+                          " us since 1970");
+  list.add("", localTime(facts.header->epochTime) + " in the local time zone");
   list.add("time stamp", grouped(facts.header->timestamp) + kWritersUnit);
   list.add("time scale", shortest(facts.header->timeScale));
   list.add("log version", versionText(facts.header->version));

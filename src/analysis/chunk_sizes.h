@@ -13,7 +13,7 @@ namespace vyn::profiling {
 /// bytes.
 class ChunkSizes {
  public:
-  static constexpr std::size_t kMaxSizes = 65'536;
+  static constexpr std::size_t kMaxSizes = 32'768;
 
   void add(std::uint64_t size);
 

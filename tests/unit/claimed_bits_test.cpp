@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <vector>
 
@@ -29,7 +30,8 @@ TEST(ClaimedBits, AnEmptyRangeSetsNothing) {
 
 TEST(ClaimedBits, StartsAnewWithAnySize) {
   ClaimedBits bits;
-  for (const std::size_t size : {0, 1, 63, 64, 65, 5000, 300'000, 64, 4096, 262'144, 1}) {
+  for (const std::size_t size :
+       std::vector<std::size_t>{0, 1, 63, 64, 65, 5000, 300'000, 64, 4096, 262'144, 1}) {
     bits.reset(size);
     EXPECT_EQ(bits.set(0, size), size);
     EXPECT_EQ(bits.set(0, size), 0U);
