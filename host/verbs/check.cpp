@@ -63,8 +63,7 @@ int checkLogs(const CheckOptions& options) {
 void declareCheck(CLI::App& commandLine, int& exitStatus) {
   const auto options = std::make_shared<CheckOptions>();
   addLogsOption(commandLine, options->logs);
-  commandLine
-      .add_flag("--strict", options->isStrict, "Warnings too make the exit status 3")
+  commandLine.add_flag("--strict", options->isStrict, "Warnings too make the exit status 3")
       ->disable_flag_override();
   addFormatOption(commandLine, options->format);
   addQuietOption(commandLine, options->progress);

@@ -84,8 +84,8 @@ std::string logOfNestedEvents(int depth) {
     events = builder.CreateVector(std::vector{event.Finish()});
   }
   const auto message = profiling::schema::CreateMessage(
-      builder, profiling::schema::CreateMessageHeader(builder),
-      profiling::schema::MethodType::NONE, profiling::schema::CreateAppMetrics(builder), 0, events);
+      builder, profiling::schema::CreateMessageHeader(builder), profiling::schema::MethodType::NONE,
+      profiling::schema::CreateAppMetrics(builder), 0, events);
   const auto messages = builder.CreateVector(std::vector{message});
   const auto header = profiling::schema::CreateLogHeader(builder);
   builder.Finish(profiling::schema::CreateProfileLog(builder, header, messages));
@@ -123,7 +123,8 @@ std::vector<Case> errors() {
   const std::string size = std::to_string(whole.size());
   return {
       {"EndsInFirstLength", "\x08", "error VYN101, chunk 1, byte 0: ",
-       std::string("1 byte") + kMayStillBeWritten + "; expected the 4 bytes of a length, and a chunk"},
+       std::string("1 byte") + kMayStillBeWritten +
+           "; expected the 4 bytes of a length, and a chunk"},
       {"ImpossibleLength", std::string("\x0b\0\0\0", 4), "error VYN102, chunk 1, byte 0: ",
        "the length 11 behind 0 whole chunks; expected 12 to 2147483646"},
       {"CutShort", whole + std::string("\x14\0\0\0\x08", 5),
@@ -142,7 +143,8 @@ std::vector<Case> errors() {
       {"ReachesOut", logWithFieldOutside(),
        "error VYN113, chunk 1, byte " + std::to_string(layoutOfRoot(whole) + 4) + ": ",
        "inside the chunk of " + std::to_string(whole.size() - 4) + " bytes"},
-      {"UnendedText", replaced(logWithMessage("graphName:\"net\""), std::string("net\0", 4), "net!"),
+      {"UnendedText",
+       replaced(logWithMessage("graphName:\"net\""), std::string("net\0", 4), "net!"),
        "error VYN114, chunk 1, message 1, byte ", "; expected a zero byte there"},
       {"MissingField", logWithoutMetrics(), "error VYN115, chunk 1, message 1, byte ",
        "Message.appMetrics is not there; expected it, for the schema demands it"},
@@ -176,14 +178,11 @@ std::vector<Case> warningsOfMessages() {
        "warning VYN232, chunk 1, message 2, byte ",
        "the time stamp 8; expected 9, as of the message before, or later"},
       {"SequenceGoesBack", logWithHeaders("sequenceNumber:9", "sequenceNumber:8"),
-       "warning VYN233, chunk 1, message 2, byte ",
-       "the sequence number 8 behind 9; expected 10"},
+       "warning VYN233, chunk 1, message 2, byte ", "the sequence number 8 behind 9; expected 10"},
       {"SequenceGap", logWithHeaders("sequenceNumber:9", "sequenceNumber:11"),
-       "warning VYN234, chunk 1, message 2, byte ",
-       "the sequence number 11 behind 9; expected 10"},
+       "warning VYN234, chunk 1, message 2, byte ", "the sequence number 11 behind 9; expected 10"},
       {"SequenceRepeat", logWithHeaders("sequenceNumber:9", "sequenceNumber:9"),
-       "warning VYN235, chunk 1, message 2, byte ",
-       "the sequence number 9 behind 9; expected 10"},
+       "warning VYN235, chunk 1, message 2, byte ", "the sequence number 9 behind 9; expected 10"},
       {"NoGraphName", logWithMessage("method:1"), "warning VYN241, chunk 1, message 1, byte ",
        "the method BACKEND_EXECUTE without graphName; expected the name of the graph that was "
        "executed"},

@@ -119,11 +119,10 @@ TEST_F(CheckTest, ALogThatIsNotThereDoesNotHideTheOthers) {
   write("a.log", smallLog());
   write("b.log", smallLog().substr(0, 60));
   for (const char* format : {"text", "json"}) {
-    const ProgramResult result =
-        run({"check", "a.log", "none.log", "b.log", "--format", format});
+    const ProgramResult result = run({"check", "a.log", "none.log", "b.log", "--format", format});
     EXPECT_THAT(result, FailsWith("none.log: no such file or directory; check the name"));
-    EXPECT_THAT(result.output, AllOf(HasSubstr("a.log"), HasSubstr("b.log"),
-                                     Not(HasSubstr("none.log"))));
+    EXPECT_THAT(result.output,
+                AllOf(HasSubstr("a.log"), HasSubstr("b.log"), Not(HasSubstr("none.log"))));
   }
 }
 

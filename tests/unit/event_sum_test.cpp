@@ -69,8 +69,9 @@ TEST(EventSum, WhatIsNoNumberDoesNotCount) {
                                     "{unit:3,valueType:5,doubleValue:inf},"
                                     "{unit:3,valueType:3,floatValue:nan}]"));
   EXPECT_FALSE(exceeds("unit:3,subEvents:[{unit:3,valueType:2,uint64Value:1}]"));
-  EXPECT_FALSE(exceeds("unit:3,valueType:5,doubleValue:nan,subEvents:"
-                       "[{unit:3,valueType:2,uint64Value:1}]"));
+  EXPECT_FALSE(
+      exceeds("unit:3,valueType:5,doubleValue:nan,subEvents:"
+              "[{unit:3,valueType:2,uint64Value:1}]"));
 }
 
 TEST(EventSum, NumbersOfAllKindsCount) {
