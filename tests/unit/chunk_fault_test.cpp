@@ -160,8 +160,8 @@ TEST(ChunkFault, AnElementOfAListTellsItsNumber) {
   builder.Finish(schema::CreateProfileLog(builder, 0, messages));
   std::string chunk(reinterpret_cast<const char*>(builder.GetBufferPointer()), builder.GetSize());
   const auto* list = schema::GetProfileLog(chunk.data())->messages();
-  const auto place =
-      static_cast<std::size_t>(reinterpret_cast<const char*>(list->Data()) - chunk.data() + 2 * 4);
+  const auto place = static_cast<std::size_t>(reinterpret_cast<const char*>(list->Data()) -
+                                              chunk.data() + std::ptrdiff_t{2} * 4);
   chunk.replace(place, 4, std::string("\0\1\0\0", 4));
   const auto fault = faultOf(chunk);
   ASSERT_TRUE(fault);
