@@ -15,9 +15,7 @@ using profiling::Severity;
 constexpr int kSchemaVersion = 1;
 constexpr unsigned kIndent = 2;  // blanks
 
-const char* textOf(Severity severity) {
-  return severity == Severity::kError ? "error" : "warning";
-}
+const char* textOf(Severity severity) { return severity == Severity::kError ? "error" : "warning"; }
 
 }  // namespace
 

@@ -1,7 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -39,23 +38,35 @@ bool isBad(const Findings& findings, bool isStrict) {
          (isStrict && findings.count(Severity::kWarning) > 0);
 }
 
-int checkLogs(const CheckOptions& options) {
-  std::optional<FindingsJson> document;
-  if (options.format == ReportFormat::kJson) {
-    document.emplace(std::cout);
-  }
-  const int status = readEachLog(options.logs, [&](const LogFile& log) {
+// Hands what was found in each log, and the log's name, to `print`.
+template <typename Print>
+int checkEachLog(const CheckOptions& options, const Print& print) {
+  return readEachLog(options.logs, [&](const LogFile& log) {
     const Findings findings = findingsOf(log, options.progress);
-    if (document) {
-      document->add(findings, log.name);
-    } else {
-      printFindings(findings, log.name, std::cout);
-    }
+    print(findings, log.name);
     return isBad(findings, options.isStrict) ? cli::kDamagedLog : cli::kDone;
   });
-  if (document) {
-    document->finish();
-  }
+}
+
+int checkAsText(const CheckOptions& options) {
+  return checkEachLog(options, [](const Findings& findings, const std::string& log) {
+    printFindings(findings, log, std::cout);
+  });
+}
+
+int checkAsJson(const CheckOptions& options) {
+  FindingsJson document(std::cout);
+  const int status =
+      checkEachLog(options, [&document](const Findings& findings, const std::string& log) {
+        document.add(findings, log);
+      });
+  document.finish();
+  return status;
+}
+
+int checkLogs(const CheckOptions& options) {
+  const int status =
+      options.format == ReportFormat::kJson ? checkAsJson(options) : checkAsText(options);
   files::finishStandardOutput();
   return status;
 }
@@ -63,8 +74,7 @@ int checkLogs(const CheckOptions& options) {
 void declareCheck(CLI::App& commandLine, int& exitStatus) {
   const auto options = std::make_shared<CheckOptions>();
   addLogsOption(commandLine, options->logs);
-  commandLine
-      .add_flag("--strict", options->isStrict, "Warnings too make the exit status 3")
+  commandLine.add_flag("--strict", options->isStrict, "Warnings too make the exit status 3")
       ->disable_flag_override();
   addFormatOption(commandLine, options->format);
   addQuietOption(commandLine, options->progress);

@@ -59,8 +59,7 @@ class CheckSite {
   template <typename Describe>
   void reportAt(CheckCode code, std::uint64_t offset, std::uint64_t message,
                 const Describe& describe) {
-    m_findings.add(code,
-                   [&] { return Finding{code, chunkNumber(), message, offset, describe()}; });
+    m_findings.add(code, [&] { return Finding{code, chunkNumber(), message, offset, describe()}; });
   }
 
   Findings& m_findings;

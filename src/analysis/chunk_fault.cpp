@@ -28,9 +28,8 @@ struct Reading {
 std::string byteAt(std::size_t position) { return "byte " + std::to_string(position); }
 
 std::string nameOf(const Reading& reading) {
-  return reading.field == nullptr
-             ? std::string("the table ") + reading.rule.name
-             : std::string(reading.rule.name) + "." + reading.field->name;
+  return reading.field == nullptr ? std::string("the table ") + reading.rule.name
+                                  : std::string(reading.rule.name) + "." + reading.field->name;
 }
 
 std::string offsetName(const Reading* reading) {
@@ -119,13 +118,13 @@ class TableReader {
            "no more than " + std::to_string(ChunkVerifier::kMaxTableDepth) + " tables deep"});
     }
     if (++m_tables > m_maxTables) {
-      return refuse(CheckCode::kTooManyTables, reading.position,
-                    {"more than " + std::to_string(m_maxTables) +
-                         " tables, some of them named again and again",
-                     "no more of them than the chunk has bytes, " +
-                         std::to_string(m_chunk.size()) + ", and what is left of the " +
-                         std::to_string(ChunkVerifier::kSharedTableAllowance) +
-                         " that are free for all chunks together"});
+      return refuse(
+          CheckCode::kTooManyTables, reading.position,
+          {"more than " + std::to_string(m_maxTables) +
+               " tables, some of them named again and again",
+           "no more of them than the chunk has bytes, " + std::to_string(m_chunk.size()) +
+               ", and what is left of the " + std::to_string(ChunkVerifier::kSharedTableAllowance) +
+               " that are free for all chunks together"});
     }
     return true;
   }
@@ -142,10 +141,10 @@ class TableReader {
     reading.layoutSize = numberAt<voffset_t>(reading.layout);
     if (reading.layoutSize % sizeof(voffset_t) != 0 ||
         !isInside(reading.layout, reading.layoutSize)) {
-      return refuse(CheckCode::kBadLayout, reading.layout,
-                    {nameOf(reading) + " has a layout of " + std::to_string(reading.layoutSize) +
-                         " bytes",
-                     "an even number that ends inside the chunk"});
+      return refuse(
+          CheckCode::kBadLayout, reading.layout,
+          {nameOf(reading) + " has a layout of " + std::to_string(reading.layoutSize) + " bytes",
+           "an even number that ends inside the chunk"});
     }
     return true;
   }

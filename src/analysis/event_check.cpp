@@ -42,7 +42,7 @@ bool leadsOut(std::string_view name) {
 }
 
 std::uint64_t countQueueWaits(const flatbuffers::Vector<flatbuffers::Offset<schema::Event>>& events,
-                    bool isOutermost) {
+                              bool isOutermost) {
   std::uint64_t count = 0;
   for (const schema::Event* event : events) {
     count += event->type() == schema::EventType::EXECUTE_QUEUE_WAIT ? 1 : 0;
@@ -163,9 +163,8 @@ void EventCheck::checkSubEvents(const schema::Event& event) {
 
 // As the summary looks for them: among the events and directly below these.
 void EventCheck::checkQueueWaits(const schema::Message& message) {
-  const std::uint64_t count = message.profilingEvents() == nullptr
-                        ? 0
-                        : countQueueWaits(*message.profilingEvents(), true);
+  const std::uint64_t count =
+      message.profilingEvents() == nullptr ? 0 : countQueueWaits(*message.profilingEvents(), true);
   const auto describe = [count] {
     return Evidence{std::to_string(count) + " events of the type EXECUTE_QUEUE_WAIT",
                     "one, among the events of the message or directly below one"};

@@ -44,9 +44,7 @@ class Findings {
   const std::vector<Finding>& kept() const { return m_kept; }
 
   /// How many findings there are of the code, with those that were not kept.
-  std::uint64_t count(CheckCode code) const {
-    return m_counts.at(static_cast<std::size_t>(code));
-  }
+  std::uint64_t count(CheckCode code) const { return m_counts.at(static_cast<std::size_t>(code)); }
 
   /// How many there are of the severity.
   std::uint64_t count(Severity severity) const {

@@ -25,8 +25,7 @@ void HeaderCheck::check(const schema::LogHeader& header) {
   if (!m_first) {
     m_first = fields;
   } else if (fields != *m_first) {
-    m_site.report(CheckCode::kOtherHeader, &header,
-                  [&] { return differenceOf(fields, *m_first); });
+    m_site.report(CheckCode::kOtherHeader, &header, [&] { return differenceOf(fields, *m_first); });
   }
 }
 

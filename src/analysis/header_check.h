@@ -14,7 +14,8 @@
 
 namespace vyn::profiling {
 
-/// Checks the headers of a log. An equal header in a later chunk is no flaw: a writer may repeat it.
+/// Checks the headers of a log. An equal header in a later chunk is no flaw: a writer may repeat
+/// it.
 class HeaderCheck {
  public:
   HeaderCheck(CheckSite& site, TextCheck& texts) : m_site(site), m_texts(texts) {}

@@ -30,9 +30,9 @@ void MessageCheck::checkMethod(const schema::Message& message) {
   }
   if (isExecution(method) && message.graphName() == nullptr) {
     m_site.report(CheckCode::kNoGraphName, &message, [method] {
-      return Evidence{std::string("the method ") + schema::EnumNameMethodType(method) +
-                          " without graphName",
-                      "the name of the graph that was executed"};
+      return Evidence{
+          std::string("the method ") + schema::EnumNameMethodType(method) + " without graphName",
+          "the name of the graph that was executed"};
     });
   }
 }

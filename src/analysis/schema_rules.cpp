@@ -5,7 +5,33 @@
 namespace vyn::profiling {
 namespace {
 
+using flatbuffers::voffset_t;
 using Kind = FieldRule::Kind;
+
+template <typename Number>
+constexpr FieldRule number(const char* name, voffset_t slot) {
+  return {name, nullptr, slot, sizeof(Number), Kind::kNumber, false};
+}
+
+constexpr FieldRule text(const char* name, voffset_t slot) {
+  return {name, nullptr, slot, 0, Kind::kText, false};
+}
+
+constexpr FieldRule bytes(const char* name, voffset_t slot) {
+  return {name, nullptr, slot, 0, Kind::kBytes, false};
+}
+
+constexpr FieldRule table(const char* name, voffset_t slot, const TableRule* rule) {
+  return {name, rule, slot, 0, Kind::kTable, false};
+}
+
+constexpr FieldRule requiredTable(const char* name, voffset_t slot, const TableRule* rule) {
+  return {name, rule, slot, 0, Kind::kTable, true};
+}
+
+constexpr FieldRule tables(const char* name, voffset_t slot, const TableRule* rule) {
+  return {name, rule, slot, 0, Kind::kTables, false};
+}
 
 extern const TableRule kVersionRule;
 extern const TableRule kLogHeaderRule;
@@ -15,63 +41,62 @@ extern const TableRule kEventRule;
 extern const TableRule kMessageRule;
 
 constexpr FieldRule kVersionFields[] = {
-    {"major", schema::Version::VT_MAJOR, Kind::kNumber, sizeof(std::uint32_t)},
-    {"minor", schema::Version::VT_MINOR, Kind::kNumber, sizeof(std::uint32_t)},
-    {"teeny", schema::Version::VT_TEENY, Kind::kNumber, sizeof(std::uint32_t)},
-    {"versionFlag", schema::Version::VT_VERSIONFLAG, Kind::kNumber, sizeof(std::uint8_t)},
+    number<std::uint32_t>("major", schema::Version::VT_MAJOR),
+    number<std::uint32_t>("minor", schema::Version::VT_MINOR),
+    number<std::uint32_t>("teeny", schema::Version::VT_TEENY),
+    number<std::uint8_t>("versionFlag", schema::Version::VT_VERSIONFLAG),
 };
 
 constexpr FieldRule kLogHeaderFields[] = {
-    {"timeScale", schema::LogHeader::VT_TIMESCALE, Kind::kNumber, sizeof(float)},
-    {"epochTime", schema::LogHeader::VT_EPOCHTIME, Kind::kNumber, sizeof(std::uint64_t)},
-    {"timestamp", schema::LogHeader::VT_TIMESTAMP, Kind::kNumber, sizeof(std::uint64_t)},
-    {"version", schema::LogHeader::VT_VERSION, Kind::kTable, 0, &kVersionRule},
-    {"netRunVersion", schema::LogHeader::VT_NETRUNVERSION, Kind::kText},
-    {"backendVersion", schema::LogHeader::VT_BACKENDVERSION, Kind::kText},
+    number<float>("timeScale", schema::LogHeader::VT_TIMESCALE),
+    number<std::uint64_t>("epochTime", schema::LogHeader::VT_EPOCHTIME),
+    number<std::uint64_t>("timestamp", schema::LogHeader::VT_TIMESTAMP),
+    table("version", schema::LogHeader::VT_VERSION, &kVersionRule),
+    text("netRunVersion", schema::LogHeader::VT_NETRUNVERSION),
+    text("backendVersion", schema::LogHeader::VT_BACKENDVERSION),
 };
 
 constexpr FieldRule kMessageHeaderFields[] = {
-    {"timestamp", schema::MessageHeader::VT_TIMESTAMP, Kind::kNumber, sizeof(std::uint64_t)},
-    {"sequenceNumber", schema::MessageHeader::VT_SEQUENCENUMBER, Kind::kNumber,
-     sizeof(std::uint64_t)},
+    number<std::uint64_t>("timestamp", schema::MessageHeader::VT_TIMESTAMP),
+    number<std::uint64_t>("sequenceNumber", schema::MessageHeader::VT_SEQUENCENUMBER),
 };
 
 constexpr FieldRule kAppMetricsFields[] = {
-    {"startTime", schema::AppMetrics::VT_STARTTIME, Kind::kNumber, sizeof(std::uint64_t)},
-    {"stopTime", schema::AppMetrics::VT_STOPTIME, Kind::kNumber, sizeof(std::uint64_t)},
-    {"startMem", schema::AppMetrics::VT_STARTMEM, Kind::kNumber, sizeof(std::uint64_t)},
-    {"stopMem", schema::AppMetrics::VT_STOPMEM, Kind::kNumber, sizeof(std::uint64_t)},
-    {"metricsFlag", schema::AppMetrics::VT_METRICSFLAG, Kind::kNumber, sizeof(std::uint8_t)},
+    number<std::uint64_t>("startTime", schema::AppMetrics::VT_STARTTIME),
+    number<std::uint64_t>("stopTime", schema::AppMetrics::VT_STOPTIME),
+    number<std::uint64_t>("startMem", schema::AppMetrics::VT_STARTMEM),
+    number<std::uint64_t>("stopMem", schema::AppMetrics::VT_STOPMEM),
+    number<std::uint8_t>("metricsFlag", schema::AppMetrics::VT_METRICSFLAG),
 };
 
 constexpr FieldRule kEventFields[] = {
-    {"identifier", schema::Event::VT_IDENTIFIER, Kind::kText},
-    {"type", schema::Event::VT_TYPE, Kind::kNumber, sizeof(std::uint32_t)},
-    {"uint64Value", schema::Event::VT_UINT64VALUE, Kind::kNumber, sizeof(std::uint64_t)},
-    {"unit", schema::Event::VT_UNIT, Kind::kNumber, sizeof(std::uint32_t)},
-    {"subEvents", schema::Event::VT_SUBEVENTS, Kind::kTables, 0, &kEventRule},
-    {"valueType", schema::Event::VT_VALUETYPE, Kind::kNumber, sizeof(std::uint32_t)},
-    {"int64Value", schema::Event::VT_INT64VALUE, Kind::kNumber, sizeof(std::int64_t)},
-    {"floatValue", schema::Event::VT_FLOATVALUE, Kind::kNumber, sizeof(float)},
-    {"rawData", schema::Event::VT_RAWDATA, Kind::kBytes},
-    {"secondaryName", schema::Event::VT_SECONDARYNAME, Kind::kText},
-    {"extraValue", schema::Event::VT_EXTRAVALUE, Kind::kNumber, sizeof(std::uint64_t)},
-    {"doubleValue", schema::Event::VT_DOUBLEVALUE, Kind::kNumber, sizeof(double)},
-    {"stringValue", schema::Event::VT_STRINGVALUE, Kind::kText},
+    text("identifier", schema::Event::VT_IDENTIFIER),
+    number<std::uint32_t>("type", schema::Event::VT_TYPE),
+    number<std::uint64_t>("uint64Value", schema::Event::VT_UINT64VALUE),
+    number<std::uint32_t>("unit", schema::Event::VT_UNIT),
+    tables("subEvents", schema::Event::VT_SUBEVENTS, &kEventRule),
+    number<std::uint32_t>("valueType", schema::Event::VT_VALUETYPE),
+    number<std::int64_t>("int64Value", schema::Event::VT_INT64VALUE),
+    number<float>("floatValue", schema::Event::VT_FLOATVALUE),
+    bytes("rawData", schema::Event::VT_RAWDATA),
+    text("secondaryName", schema::Event::VT_SECONDARYNAME),
+    number<std::uint64_t>("extraValue", schema::Event::VT_EXTRAVALUE),
+    number<double>("doubleValue", schema::Event::VT_DOUBLEVALUE),
+    text("stringValue", schema::Event::VT_STRINGVALUE),
 };
 
 constexpr FieldRule kMessageFields[] = {
-    {"header", schema::Message::VT_HEADER, Kind::kTable, 0, &kMessageHeaderRule, true},
-    {"method", schema::Message::VT_METHOD, Kind::kNumber, sizeof(std::int8_t)},
-    {"appMetrics", schema::Message::VT_APPMETRICS, Kind::kTable, 0, &kAppMetricsRule, true},
-    {"visibilityLevel", schema::Message::VT_VISIBILITYLEVEL, Kind::kNumber, sizeof(std::int8_t)},
-    {"profilingEvents", schema::Message::VT_PROFILINGEVENTS, Kind::kTables, 0, &kEventRule},
-    {"graphName", schema::Message::VT_GRAPHNAME, Kind::kText},
+    requiredTable("header", schema::Message::VT_HEADER, &kMessageHeaderRule),
+    number<std::int8_t>("method", schema::Message::VT_METHOD),
+    requiredTable("appMetrics", schema::Message::VT_APPMETRICS, &kAppMetricsRule),
+    number<std::int8_t>("visibilityLevel", schema::Message::VT_VISIBILITYLEVEL),
+    tables("profilingEvents", schema::Message::VT_PROFILINGEVENTS, &kEventRule),
+    text("graphName", schema::Message::VT_GRAPHNAME),
 };
 
 constexpr FieldRule kProfileLogFields[] = {
-    {"header", schema::ProfileLog::VT_HEADER, Kind::kTable, 0, &kLogHeaderRule},
-    {"messages", schema::ProfileLog::VT_MESSAGES, Kind::kTables, 0, &kMessageRule},
+    table("header", schema::ProfileLog::VT_HEADER, &kLogHeaderRule),
+    tables("messages", schema::ProfileLog::VT_MESSAGES, &kMessageRule),
 };
 
 const TableRule kVersionRule = {"Version", kVersionFields};

@@ -2,7 +2,7 @@
 
 #include <flatbuffers/flatbuffers.h>
 
-#include <cstddef>
+#include <cstdint>
 #include <span>
 
 namespace vyn::profiling {
@@ -11,14 +11,14 @@ struct TableRule;
 
 /// What must hold of one field of a table, as the log's schema says.
 struct FieldRule {
-  enum class Kind { kNumber, kText, kBytes, kTable, kTables };
+  enum class Kind : std::uint8_t { kNumber, kText, kBytes, kTable, kTables };
 
   const char* name;
+  const TableRule* table;       ///< of the field, or of what it lists; null for the other kinds
   flatbuffers::voffset_t slot;  ///< where the layout of a table says where the field is
+  std::uint8_t size;            ///< of a number, in bytes
   Kind kind;
-  std::size_t size = 0;              ///< of a number, in bytes
-  const TableRule* table = nullptr;  ///< of the field, or of what it lists
-  bool isRequired = false;
+  bool isRequired;
 };
 
 struct TableRule {

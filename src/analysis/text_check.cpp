@@ -7,8 +7,8 @@
 namespace vyn::profiling {
 namespace {
 
-// Bytes. To look at a shorter text costs no more than to look up whether it is known: for each table
-// that names it that is a constant.
+// Bytes. To look at a shorter text costs no more than to look up whether it is known: for each
+// table that names it that is a constant.
 constexpr std::size_t kShortText = 64;
 
 // Of a chunk's bytes. A chunk whose texts do not overlap and are not shared needs one.

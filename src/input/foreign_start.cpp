@@ -39,7 +39,8 @@ std::optional<std::string> recogniseForeignStart(std::string_view start) {
   const auto* found =
       std::find_if(std::begin(kFormats), std::end(kFormats),
                    [start](const Format& format) { return start.starts_with(format.start); });
-  return found == std::end(kFormats) ? std::nullopt : std::optional<std::string>(found->explanation);
+  return found == std::end(kFormats) ? std::nullopt
+                                     : std::optional<std::string>(found->explanation);
 }
 
 bool looksLikeText(std::string_view start) {

@@ -1,0 +1,227 @@
+// The verb check: what it prints, and with which status it ends.
+
+#include "host/host_fixture.h"
+#include "support/shared_log.h"
+
+namespace vyn::test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class CheckTest : public HostTest {
+ protected:
+  ProgramResult checkPiped(const std::string& log, std::vector<std::string> options = {}) const {
+    write("piped.log", log);
+    options.insert(options.begin(), {"check", "-"});
+    return runInShell("cat piped.log | \"$0\" \"$@\"", options);
+  }
+};
+
+std::size_t countOf(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t place = text.find(part); place != std::string::npos;
+       place = text.find(part, place + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+const std::string kHeader = "header:{netRunVersion:\"7\"}";
+
+std::string chunkOfEvents(const std::string& event, std::size_t count) {
+  std::string events;
+  for (std::size_t i = 0; i < count; ++i) {
+    events += (i == 0 ? "{" : ",{") + event + "}";
+  }
+  return "{" + kHeader + ",messages:[{header:{},appMetrics:{},profilingEvents:[" + events + "]}]}";
+}
+
+TEST_F(CheckTest, ASoundLogHasNoFindings) {
+  write("run.log", smallLog());
+  const ProgramResult result = run({"check", "run.log"});
+  EXPECT_THAT(result, SucceedsQuietly());
+  EXPECT_EQ(result.output, "run.log: sound: 1 chunk, 1 message\n");
+}
+
+TEST_F(CheckTest, LargeCountsAreGrouped) {
+  write("run.log", logOf({"{" + kHeader + "}"}) + logOfExecutions(1000));
+  EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 2 chunks, 1,000 messages\n");
+}
+
+TEST_F(CheckTest, AnEmptyLogLacksAHeaderOnly) {
+  write("run.log", "");
+  EXPECT_EQ(run({"check", "run.log"}).output,
+            "run.log: warning VYN201: the log has no header: no chunk with one; expected one, in "
+            "the first chunk\n"
+            "run.log:   take care that its first chunk is not lost; a document of the log has no "
+            "metadata\n"
+            "run.log: 1 warning in 0 chunks, 0 messages\n");
+}
+
+TEST_F(CheckTest, WarningsCountWhenStrict) {
+  write("run.log", logOfExecutions(1));
+  EXPECT_THAT(run({"check", "run.log"}), SucceedsQuietly());
+  const ProgramResult strict = run({"check", "run.log", "--strict"});
+  EXPECT_EQ(strict.exitStatus, 3);
+  EXPECT_EQ(strict.output, run({"check", "run.log"}).output);
+  write("sound.log", smallLog());
+  EXPECT_THAT(run({"check", "sound.log", "--strict"}), SucceedsQuietly());
+}
+
+TEST_F(CheckTest, TwentyFindingsOfACodeAreTold) {
+  write("run.log", logOf({chunkOfEvents("type:401", 20)}));
+  const std::string output = run({"check", "run.log"}).output;
+  EXPECT_EQ(countOf(output, "warning VYN212, chunk 1, message 1, byte "), 20U);
+  EXPECT_THAT(output, Not(HasSubstr(" more\n")));
+  EXPECT_THAT(output, HasSubstr("run.log: 20 warnings in 1 chunk, 1 message\n"));
+}
+
+TEST_F(CheckTest, FurtherFindingsOfACodeAreCounted) {
+  write("run.log", logOf({chunkOfEvents("type:401,unit:7", 21)}));
+  const std::string output = run({"check", "run.log"}).output;
+  EXPECT_EQ(countOf(output, "warning VYN212, "), 20U);
+  EXPECT_EQ(countOf(output, "warning VYN213, "), 20U);
+  EXPECT_THAT(output, HasSubstr("run.log: warning VYN212: 1 more\n"
+                                "run.log: warning VYN213: 1 more\n"
+                                "run.log: 42 warnings in 1 chunk, 1 message\n"));
+}
+
+TEST_F(CheckTest, WhatToDoIsToldOnceACode) {
+  write("run.log", logOf({chunkOfEvents("type:401,unit:7", 3)}));
+  EXPECT_EQ(countOf(run({"check", "run.log"}).output, "  read the log with a newer "), 2U);
+}
+
+TEST_F(CheckTest, FindingsStandInTheOrderOfTheLog) {
+  write("run.log", logOf({chunkOfEvents("unit:7", 1), chunkOfEvents("type:401", 1),
+                          chunkOfEvents("unit:7", 1)}) +
+                       "x");
+  const std::string output = run({"check", "run.log"}).output;
+  EXPECT_LT(output.find("VYN213, chunk 1"), output.find("VYN212, chunk 2"));
+  EXPECT_LT(output.find("VYN212, chunk 2"), output.find("VYN213, chunk 3"));
+  EXPECT_LT(output.find("VYN213, chunk 3"), output.find("VYN203, chunk 4"));
+}
+
+TEST_F(CheckTest, EachLogIsTold) {
+  write("a.log", smallLog());
+  write("b.log", smallLog().substr(0, 60));
+  write("c.log", smallLog());
+  const ProgramResult result = run({"check", "a.log", "b.log", "c.log"});
+  EXPECT_EQ(result.exitStatus, 3);
+  EXPECT_THAT(result.output, StartsWith("a.log: sound: 1 chunk, 1 message\nb.log: error VYN103"));
+  EXPECT_THAT(result.output, testing::EndsWith("b.log: 1 error in 0 chunks, 0 messages\n"
+                                               "c.log: sound: 1 chunk, 1 message\n"));
+}
+
+TEST_F(CheckTest, ALogThatIsNotThereDoesNotHideTheOthers) {
+  write("a.log", smallLog());
+  write("b.log", smallLog().substr(0, 60));
+  for (const char* format : {"text", "json"}) {
+    const ProgramResult result = run({"check", "a.log", "none.log", "b.log", "--format", format});
+    EXPECT_THAT(result, FailsWith("none.log: no such file or directory; check the name"));
+    EXPECT_THAT(result.output,
+                AllOf(HasSubstr("a.log"), HasSubstr("b.log"), Not(HasSubstr("none.log"))));
+  }
+}
+
+TEST_F(CheckTest, StandardInputIsReadOnce) {
+  const ProgramResult result = checkPiped(smallLog());
+  EXPECT_THAT(result, SucceedsQuietly());
+  EXPECT_EQ(result.output, "standard input: sound: 1 chunk, 1 message\n");
+  EXPECT_EQ(run({"check", "-", "-"}).exitStatus, 2);
+}
+
+TEST_F(CheckTest, DamageInAPipeHasItsPlace) {
+  const std::string log = smallLog();
+  EXPECT_THAT(checkPiped(log + log.substr(0, 60)).output,
+              StartsWith("standard input: error VYN103, chunk 2, byte " +
+                         std::to_string(log.size()) + ": "));
+}
+
+TEST_F(CheckTest, OtherFormatsAreNamedFromAPipeToo) {
+  const std::vector<std::pair<std::string, std::string>> formats = {
+      {"\x1f\x8b\x08", "is compressed with gzip"},
+      {"PK\x03\x04", "is a zip archive"},
+      {"\x28\xb5\x2f\xfd", "is compressed with zstd"},
+      {"{\n    \"metadata\"", "looks like JSON"},
+      {"input log file location, run.log\n", "is a CSV listing"},
+      {"These are the words of a letter.", "is a plain text"}};
+  for (const auto& [start, name] : formats) {
+    const ProgramResult result = checkPiped(start + std::string(40, 'x'));
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_THAT(result.output, StartsWith("standard input: error VYN105, chunk 1, byte 0: this is "
+                                          "no profiling log: a file that " +
+                                          name));
+  }
+}
+
+TEST_F(CheckTest, AnotherFormatBehindAChunkIsDamage) {
+  EXPECT_THAT(checkPiped(smallLog() + "These are the words of a letter.").output,
+              HasSubstr("error VYN103, chunk 2"));
+}
+
+TEST_F(CheckTest, ACutChunkThatCanBeReadIsToldToBeCut) {
+  std::string log = smallLog();
+  log[0] = static_cast<char>(log[0] + 8);  // it ends in what nothing leads to
+  write("run.log", log);
+  const ProgramResult result = run({"check", "run.log"});
+  EXPECT_EQ(result.exitStatus, 3);
+  EXPECT_THAT(result.output, HasSubstr("error VYN103, chunk 1, byte 0: "));
+  EXPECT_THAT(result.output, HasSubstr("; they can be read, for nothing in them leads to what is "
+                                       "missing; expected all of them\n"));
+  EXPECT_THAT(result.output, HasSubstr("run.log: 1 error in 0 chunks, 1 message\n"));
+}
+
+TEST_F(CheckTest, AHeaderThatMayBeInTheLostPartIsNotMissed) {
+  write("run.log", logOfExecutions(1) + smallLog().substr(0, 60));
+  EXPECT_THAT(run({"check", "run.log"}).output, Not(HasSubstr("VYN201")));
+}
+
+TEST_F(CheckTest, AnEqualHeaderMayBeRepeated) {
+  write("run.log", logOf({"{" + kHeader + "}", "{" + kHeader + "}"}));
+  EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 2 chunks, 0 messages\n");
+}
+
+TEST_F(CheckTest, NumbersThatAreAbsentArePassedOver) {
+  write("run.log",
+        logOf({"{" + kHeader +
+               ",messages:[{header:{},appMetrics:{}},"
+               "{header:{sequenceNumber:1,timestamp:5},appMetrics:{startTime:5}},"
+               "{header:{},appMetrics:{stopTime:5}},"
+               "{header:{sequenceNumber:2,timestamp:5},appMetrics:{startTime:5,stopTime:5}}]}"}));
+  EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 1 chunk, 4 messages\n");
+}
+
+TEST_F(CheckTest, WhatATerminalObeysIsEscaped) {
+  write("run.log", logOf({chunkOfEvents("type:401,identifier:\"\\u001b[31m\"", 1)}));
+  EXPECT_THAT(run({"check", "run.log"}).output, HasSubstr("'\\x1b[31m' has the type 401"));
+}
+
+TEST_F(CheckTest, LongNamesAreCutBetweenCharacters) {
+  const std::string name = std::string(59, 'n') + "\u00e4" + std::string(100, 'n');
+  write("run.log", logOf({chunkOfEvents("type:401,identifier:\"" + name + "\"", 1)}));
+  EXPECT_THAT(run({"check", "run.log"}).output,
+              HasSubstr(": '" + std::string(59, 'n') + "...' has the type 401"));
+}
+
+// Looking at it each time would take minutes.
+TEST_F(CheckTest, ALongTextThatAllEventsShareIsLookedAtOnce) {
+  write("run.log", logOfSharedEvent(100'000, 1'000'000));
+  EXPECT_THAT(run({"check", "run.log"}).output,
+              testing::EndsWith("run.log: 1 warning in 1 chunk, 1 message\n"));
+}
+
+TEST_F(CheckTest, AFullDiskIsSaid) {
+  write("run.log", smallLog());
+  for (const char* format : {"text", "json"}) {
+    const ProgramResult result =
+        runInShell("\"$0\" \"$@\" >/dev/full", {"check", "run.log", "--format", format});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.errors, HasSubstr("standard output: "));
+  }
+}
+
+}  // namespace
+}  // namespace vyn::test
