@@ -24,7 +24,7 @@ void addLogOption(CLI::App& commandLine, std::string& path) {
 
 void addLogsOption(CLI::App& commandLine, std::vector<std::string>& paths) {
   commandLine.add_option("LOG", paths, "The profiling logs; - is standard input")
-      ->type_name("...")
+      ->type_name("")
       ->required()
       ->check(checkLog);
 }

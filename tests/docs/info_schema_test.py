@@ -78,6 +78,7 @@ class InfoSchemaTest(unittest.TestCase):
             cls.folder = folder
             cls.write("first.log", CHUNKS[0])
             cls.write("all.log", *CHUNKS)
+            cls.write("odd_scale.log", CHUNKS[2])
             cls.write("many.log", many_graphs_and_types())
             log = (folder / "first.log").read_bytes()
             (folder / "empty.log").write_bytes(b"")
@@ -119,7 +120,7 @@ class InfoSchemaTest(unittest.TestCase):
         Draft202012Validator.check_schema(self.schema)
 
     def test_takes_what_is_told_of_any_log(self):
-        self.assertEqual(len(self.documents), 9)
+        self.assertEqual(len(self.documents), 10)
         for document in (*self.documents.values(), self.several):
             self.validator.validate(document)
 
@@ -145,6 +146,9 @@ class InfoSchemaTest(unittest.TestCase):
             "net_run_version": {"text": "v" * 200, "whole_bytes": 300}, "backend_version": None})
         self.assertEqual(log["headers"], {"count": 2, "differing_fields": [
             "timeScale", "epochTime", "timestamp", "version", "netRunVersion"]})
+
+    def test_a_time_scale_that_json_has_no_number_for_is_null(self):
+        self.assertIsNone(self.log("odd_scale.log")["header"]["time_scale"])
 
     def test_messages_and_events_are_counted(self):
         log = self.log("all.log")

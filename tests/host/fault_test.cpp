@@ -101,6 +101,13 @@ TEST_F(FaultTest, ReadErrorsOfTheLogAreNamed) {
   }
 }
 
+TEST_F(FaultTest, OfALogThatCannotBeReadWholeNothingIsTold) {
+  const ProgramResult result = runWith({"read", "run.log", EIO}, {"info", "run.log"});
+  EXPECT_THAT(result,
+              FailsWith("run.log: cannot be read whole; check the disk, or copy the log again"));
+  EXPECT_EQ(result.output, "");
+}
+
 TEST_F(FaultTest, ALogThatShrinksWhileItIsReadIsDamaged) {
   for (const std::string reader : {"json", "summary"}) {
     write("run.log", logWithDocumentOver(1000000));

@@ -218,6 +218,14 @@ TEST_F(InfoTest, NamesAreEscapedAndCut) {
   EXPECT_THAT(run({"info", "\x1b.log"}).output, StartsWith("\\x1b.log\n"));
 }
 
+TEST_F(InfoTest, LongNamesAndLettersOfManyBytesLeaveTheColumnsAligned) {
+  const std::string name(70, 'g');
+  EXPECT_THAT(told(logWith({execute("löng"), execute("net"), execute(name)})),
+              HasSubstr("\n  " + name + "      1  33.3 %           1\n" + "  löng" +
+                        std::string(56, ' ') + "      1  33.3 %           1\n" + "  net " +
+                        std::string(56, ' ') + "      1  33.3 %           1\n"));
+}
+
 TEST_F(InfoTest, AnEmptyLogIsWhole) {
   EXPECT_EQ(told(""),
             "run.log\n"
@@ -328,10 +336,24 @@ TEST_F(InfoTest, TheOutputIsSaidToBeIncomplete) {
   EXPECT_THAT(result.errors, StartsWith("vyn-profile-viewer: standard output: "));
 }
 
-TEST_F(InfoTest, ProgressIsForTerminals) {
+TEST_F(InfoTest, StandardInputIsReadOnce) {
+  const ProgramResult result = run({"info", "-", "-"});
+  EXPECT_EQ(result.exitStatus, 2);
+  EXPECT_THAT(result.errors, HasSubstr("standard input can be read once only"));
+  EXPECT_EQ(result.output, "");
+}
+
+TEST_F(InfoTest, SlowLogsShowProgressOnATerminalUnlessTold) {
   write("run.log", smallLog());
-  EXPECT_THAT(run({"info", "run.log", "-q"}), SucceedsQuietly());
-  EXPECT_EQ(run({"info", "run.log", "-q"}).output, run({"info", "run.log"}).output);
+  const std::string script =
+      "mkfifo slow.log; { cat run.log; sleep 1.3; cat run.log; } >slow.log & "
+      "env -u CI script --quiet --return --command \"'$0' info $* slow.log\" /dev/null; "
+      "rm slow.log";
+  const ProgramResult shown = runInShell(script, {});
+  EXPECT_THAT(shown.output, AllOf(HasSubstr("vyn-profile-viewer: 0 MB"), HasSubstr("damage")));
+  const ProgramResult hidden = runInShell(script, {"--quiet"});
+  EXPECT_THAT(hidden.output,
+              AllOf(Not(HasSubstr("vyn-profile-viewer: 0 MB")), HasSubstr("damage")));
   EXPECT_THAT(names(), ElementsAre("run.log"));
 }
 

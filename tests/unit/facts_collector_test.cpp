@@ -107,6 +107,12 @@ TEST(FactsCollector, TextsThatOverlapAreNotLookedAtEachTime) {
   EXPECT_EQ(facts.bytes.sum(), log.size());
 }
 
+TEST(FactsCollector, LongSharedGraphNamesAreNotHashedEachTime) {
+  const LogFacts facts = factsOf(test::logOfSharedGraphName(200'000, 20'000'000));
+  ASSERT_EQ(facts.messages.graphs.size(), 1U);
+  EXPECT_EQ(facts.messages.graphs[0].executions, 200'000U);
+}
+
 TEST(FactsCollector, LongSharedIdentifiersAreNotHashedEachTime) {
   const LogFacts facts = factsOf(test::logOfSharedEvent(500'000, 5'000'000));
   EXPECT_EQ(facts.events.count, 500'000U);
@@ -322,6 +328,17 @@ TEST(DistinctTexts, CountsUpToABound) {
   addUpTo(100'001);
   EXPECT_EQ(texts.count(), 100'000U);
   EXPECT_TRUE(texts.hasMore());
+}
+
+TEST(ChunkBytes, OfANextChunkInTheSameMemoryAreCountedLikeThoseOfAny) {
+  const std::string log = logOf({"{messages: [{header: {}, appMetrics: {}}]}"});
+  const std::span<const std::uint8_t> chunk = {
+      reinterpret_cast<const std::uint8_t*>(log.data()) + 4, log.size() - 4};
+  ChunkBytes bytes;
+  bytes.startChunk(chunk);
+  const std::uint64_t once = bytes.facts().otherTables;
+  bytes.startChunk(chunk);
+  EXPECT_EQ(bytes.facts().otherTables, 2 * once);
 }
 
 TEST(ChunkBytes, OfALargeChunkAreCountedInFours) {
