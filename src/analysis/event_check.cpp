@@ -13,15 +13,6 @@
 namespace vyn::profiling {
 namespace {
 
-bool isUnknown(schema::EventUnit unit) {
-  return unit != schema::EventUnit::UNSPECIFIED && *eventUnitText(unit) == '\0';
-}
-
-template <typename Enumeration>
-std::string numberOf(Enumeration value) {
-  return std::to_string(static_cast<std::uint32_t>(value));
-}
-
 std::string textOfNumber(double value) {
   return std::isnan(value) ? "NaN" : value > 0 ? "infinity" : "minus infinity";
 }
@@ -68,10 +59,12 @@ void EventCheck::check(const schema::Message& message) {
 
 // The verifier bounds how deep events nest and how many a chunk names.
 void EventCheck::checkEvent(const schema::Event& event) {
-  checkEnumerations(event);
+  const schema::EventUnit unit = event.unit();
+  checkType(event);
+  checkUnit(event, unit);
   checkTexts(event);
   checkValue(event);
-  if (event.unit() == schema::EventUnit::OBJECT && event.secondaryName() != nullptr) {
+  if (unit == schema::EventUnit::OBJECT && event.secondaryName() != nullptr) {
     checkPayloadName(event);
   }
   if (event.subEvents() != nullptr) {
@@ -79,23 +72,24 @@ void EventCheck::checkEvent(const schema::Event& event) {
   }
 }
 
-void EventCheck::checkEnumerations(const schema::Event& event) {
-  const auto describe = [&event](const char* what, const std::string& number) {
-    return Evidence{quoted(event.identifier()) + " has the " + what + " " + number,
-                    "one of the schema"};
-  };
+void EventCheck::checkType(const schema::Event& event) {
   if (*eventTypeText(event.type()) == '\0') {
-    m_site.report(CheckCode::kUnknownType, &event,
-                  [&] { return describe("type", numberOf(event.type())); });
+    reportUnknown(CheckCode::kUnknownType, event, "type", static_cast<std::uint32_t>(event.type()));
   }
-  if (isUnknown(event.unit())) {
-    m_site.report(CheckCode::kUnknownUnit, &event,
-                  [&] { return describe("unit", numberOf(event.unit())); });
+}
+
+void EventCheck::checkUnit(const schema::Event& event, schema::EventUnit unit) {
+  if (unit != schema::EventUnit::UNSPECIFIED && *eventUnitText(unit) == '\0') {
+    reportUnknown(CheckCode::kUnknownUnit, event, "unit", static_cast<std::uint32_t>(unit));
   }
-  if (event.valueType() > schema::EventValueType::MAX) {
-    m_site.report(CheckCode::kUnknownValueType, &event,
-                  [&] { return describe("value type", numberOf(event.valueType())); });
-  }
+}
+
+void EventCheck::reportUnknown(CheckCode code, const schema::Event& event, const char* what,
+                               std::uint32_t number) {
+  m_site.report(code, &event, [&] {
+    return Evidence{quoted(event.identifier()) + " has the " + what + " " + std::to_string(number),
+                    "one of the schema"};
+  });
 }
 
 void EventCheck::checkTexts(const schema::Event& event) {
@@ -105,7 +99,12 @@ void EventCheck::checkTexts(const schema::Event& event) {
 }
 
 void EventCheck::checkValue(const schema::Event& event) {
-  switch (event.valueType()) {
+  const schema::EventValueType type = event.valueType();
+  switch (type) {
+    case schema::EventValueType::NO_VALUE:
+    case schema::EventValueType::INT64:
+    case schema::EventValueType::UINT64:
+      return;  // an absent number is 0, which builders leave out
     case schema::EventValueType::FLOAT:
       return checkNumber(event, static_cast<double>(event.floatValue()));
     case schema::EventValueType::DOUBLE:
@@ -115,7 +114,8 @@ void EventCheck::checkValue(const schema::Event& event) {
     case schema::EventValueType::RAW_DATA:
       return checkPresent(event, event.rawData(), "rawData");
     default:
-      return;  // an absent number is 0, which builders leave out
+      return reportUnknown(CheckCode::kUnknownValueType, event, "value type",
+                           static_cast<std::uint32_t>(type));
   }
 }
 

@@ -16,7 +16,10 @@ class EventCheck {
 
  private:
   void checkEvent(const schema::Event& event);
-  void checkEnumerations(const schema::Event& event);
+  void checkType(const schema::Event& event);
+  void checkUnit(const schema::Event& event, schema::EventUnit unit);
+  void reportUnknown(CheckCode code, const schema::Event& event, const char* what,
+                     std::uint32_t number);
   void checkTexts(const schema::Event& event);
   void checkValue(const schema::Event& event);
   void checkNumber(const schema::Event& event, double value);

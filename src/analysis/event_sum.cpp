@@ -46,6 +46,16 @@ std::optional<long double> numberOf(const schema::Event& event) {
   }
 }
 
+bool isNumber(const schema::Event& event) {
+  switch (event.valueType()) {
+    case EventValueType::INT64:
+    case EventValueType::UINT64:
+      return true;
+    default:
+      return numberOf(event).has_value();
+  }
+}
+
 std::string textOf(long double number, bool isIntegral) {
   constexpr int kDigitsOfWhole = 20;
   constexpr int kDigits = 9;
@@ -59,7 +69,7 @@ std::string textOf(long double number, bool isIntegral) {
 }  // namespace
 
 EventSum::EventSum(const schema::Event& whole)
-    : m_event(whole), m_isAdded(addsUp(whole.unit()) && numberOf(whole).has_value()) {}
+    : m_event(whole), m_isAdded(addsUp(whole.unit()) && isNumber(whole)) {}
 
 void EventSum::addNumber(const schema::Event& part) {
   if (part.valueType() == EventValueType::UINT64) {

@@ -74,13 +74,14 @@ void TextCheck::leaveChunk() {
   m_skipped = 0;
 }
 
-void TextCheck::check(const flatbuffers::String* text, const char* field) {
-  if (text == nullptr) {
+void TextCheck::checkPresent(const flatbuffers::String& text, const char* field) {
+  const std::string_view bytes = text.string_view();
+  if (bytes.size() <= kShortText && isPlain(bytes)) {
     return;
   }
-  const Flaws flaws = text->size() <= kShortText ? lookAt(text->string_view()) : flawsOf(*text);
+  const Flaws flaws = bytes.size() <= kShortText ? lookAt(bytes) : flawsOf(text);
   if (flaws.isNoUtf8 || flaws.hasZeroByte) {
-    report(*text, field, flaws);
+    report(text, field, flaws);
   }
 }
 

@@ -27,7 +27,11 @@ class TextCheck {
   void leaveChunk();
 
   /// Reports what is wrong with the text, which may be absent. `field` names it.
-  void check(const flatbuffers::String* text, const char* field);
+  void check(const flatbuffers::String* text, const char* field) {
+    if (text != nullptr) {
+      checkPresent(*text, field);
+    }
+  }
 
   /// True when that many bytes of a text may be looked at; otherwise the text counts as one that
   /// was not.
@@ -46,6 +50,7 @@ class TextCheck {
   };
   static constexpr std::size_t kKnownTexts = 1024;
 
+  void checkPresent(const flatbuffers::String& text, const char* field);
   static Flaws lookAt(std::string_view text);
   Flaws flawsOf(const flatbuffers::String& text);
   void report(const flatbuffers::String& text, const char* field, const Flaws& flaws);

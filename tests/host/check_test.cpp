@@ -194,6 +194,92 @@ TEST_F(CheckTest, NumbersThatAreAbsentArePassedOver) {
   EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 1 chunk, 4 messages\n");
 }
 
+TEST_F(CheckTest, TimeIsHeldAgainstTheMessageBefore) {
+  write("run.log", logOf({"{" + kHeader +
+                          ",messages:[{header:{timestamp:9},appMetrics:{}},"
+                          "{header:{timestamp:7},appMetrics:{}},"
+                          "{header:{timestamp:8},appMetrics:{}}]}"}));
+  EXPECT_THAT(run({"check", "run.log"}).output,
+              testing::EndsWith("run.log: 1 warning in 1 chunk, 3 messages\n"));
+}
+
+TEST_F(CheckTest, ALogWithoutAHeaderMayEndInAFewBytes) {
+  write("run.log", logOf({"{}"}) + "x");
+  EXPECT_THAT(run({"check", "run.log"}).output, AllOf(HasSubstr("VYN201"), HasSubstr("VYN203")));
+}
+
+TEST_F(CheckTest, EveryFieldOfAHeaderIsCompared) {
+  const std::vector<std::pair<std::string, std::string>> headers = {
+      {"timeScale", "timeScale:2"},
+      {"epochTime", "epochTime:2"},
+      {"timestamp", "timestamp:2"},
+      {"version", "version:{}"},
+      {"netRunVersion", "netRunVersion:\"2\""},
+      {"backendVersion", "backendVersion:\"2\""}};
+  for (const auto& [field, header] : headers) {
+    write("run.log", logOf({"{header:{}}", "{header:{" + header + "}}"}));
+    EXPECT_THAT(run({"check", "run.log"}).output,
+                HasSubstr("the first one: another " + field + "; expected "));
+  }
+  for (const std::string part : {"major", "minor", "teeny"}) {
+    write("run.log", logOf({"{header:{version:{}}}", "{header:{version:{" + part + ":2}}}"}));
+    EXPECT_THAT(run({"check", "run.log"}).output,
+                HasSubstr("the first one: another version." + part + "; expected "));
+  }
+}
+
+TEST_F(CheckTest, WhatIsOfNoMessageHasNoNumberOfOne) {
+  write("run.log", smallLog() + logOf({"{" + kHeader + "}"}));
+  EXPECT_THAT(run({"check", "run.log"}).output, HasSubstr("warning VYN202, chunk 2, byte "));
+}
+
+TEST_F(CheckTest, MessagesAreCountedThroughTheLog) {
+  std::string damaged = logOf({"{messages:[{header:{},appMetrics:{},graphName:\"net\"}]}"});
+  damaged[damaged.find("net") + 3] = '!';
+  write("run.log", logOfExecutions(2) + damaged);
+  EXPECT_THAT(run({"check", "run.log"}).output, HasSubstr("error VYN114, chunk 2, message 3, "));
+}
+
+TEST_F(CheckTest, AnAsynchronousExecutionNeedsAGraphNameToo) {
+  write("run.log", logOf({"{" + kHeader +
+                          ",messages:[{header:{},appMetrics:{},method:3,"
+                          "profilingEvents:[{subEvents:[{type:405}]}]}]}"}));
+  EXPECT_THAT(run({"check", "run.log"}).output,
+              AllOf(HasSubstr("VYN241"), HasSubstr("1 warning in ")));
+}
+
+TEST_F(CheckTest, AQueueWaitFurtherDownDoesNotCount) {
+  write("run.log", logOf({"{" + kHeader +
+                          ",messages:[{header:{},appMetrics:{},method:3,graphName:\"net\","
+                          "profilingEvents:[{subEvents:[{subEvents:[{type:405}]}]}]}]}"}));
+  EXPECT_THAT(run({"check", "run.log"}).output, HasSubstr("VYN242"));
+}
+
+TEST_F(CheckTest, PayloadNamesThatLeadOut) {
+  for (const std::string name : {"/tmp/x", "..", "../x", "a/..", "a/../b", "a//../b"}) {
+    write("run.log", logOf({chunkOfEvents("unit:5,secondaryName:\"" + name + "\"", 1)}));
+    EXPECT_THAT(run({"check", "run.log"}).output, HasSubstr("VYN225")) << name;
+  }
+}
+
+TEST_F(CheckTest, PayloadNamesThatStayInside) {
+  const std::string longer = std::string(5000, 'x') + "/..";  // than any path
+  for (const std::string& name :
+       {std::string("x"), std::string("a/b"), std::string("..a/b.."), std::string("./a"), longer}) {
+    write("run.log", logOf({chunkOfEvents("unit:5,secondaryName:\"" + name + "\"", 1)}));
+    EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 1 chunk, 1 message\n");
+  }
+  write("run.log", logOf({chunkOfEvents("unit:5,secondaryName:\"a\\u0000/..\"", 1)}));
+  EXPECT_THAT(run({"check", "run.log"}).output, Not(HasSubstr("VYN225")));
+  write("run.log", logOf({chunkOfEvents("unit:6,secondaryName:\"..\"", 1)}));
+  EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 1 chunk, 1 message\n");
+}
+
+TEST_F(CheckTest, ChunksUseUpTheTablesThatAreFreeForAll) {
+  write("run.log", logOfSharedTree(20) + logOfSharedTree(20));
+  EXPECT_THAT(run({"check", "run.log"}).output, HasSubstr("error VYN117, chunk 2, message 2, "));
+}
+
 TEST_F(CheckTest, WhatATerminalObeysIsEscaped) {
   write("run.log", logOf({chunkOfEvents("type:401,identifier:\"\\u001b[31m\"", 1)}));
   EXPECT_THAT(run({"check", "run.log"}).output, HasSubstr("'\\x1b[31m' has the type 401"));
@@ -204,6 +290,18 @@ TEST_F(CheckTest, LongNamesAreCutBetweenCharacters) {
   write("run.log", logOf({chunkOfEvents("type:401,identifier:\"" + name + "\"", 1)}));
   EXPECT_THAT(run({"check", "run.log"}).output,
               HasSubstr(": '" + std::string(59, 'n') + "...' has the type 401"));
+}
+
+// The chunks are alike, so that the second one may lie where the first one did.
+TEST_F(CheckTest, ALongTextIsLookedAtInEachChunk) {
+  const std::string name(100, 'n');
+  const std::string plain = logOf({chunkOfEvents("identifier:\"" + name + "\"", 2)});
+  std::string wrong = plain;
+  wrong[wrong.find(name) + 50] = '\xff';
+  write("run.log", plain + wrong + plain);
+  const std::string output = run({"check", "run.log"}).output;
+  EXPECT_EQ(countOf(output, "VYN222, chunk 2, message 2"), 1U);
+  EXPECT_THAT(output, HasSubstr("run.log: 1 warning in 3 chunks"));
 }
 
 // Looking at it each time would take minutes.
