@@ -1,12 +1,13 @@
 #include "host/info/facts_json.h"
 
+#include <profile_log_generated.h>
+
 #include <cmath>
 #include <cstdint>
 
 #include "base/utf8.h"
 #include "host/info/creation_time.h"
 #include "host/input/damage_text.h"
-#include "input/enum_texts.h"
 
 namespace vyn::host {
 namespace {
@@ -152,7 +153,7 @@ void addMessages(Writer& out, const profiling::MessageFacts& messages) {
   startObject(out, "messages");
   addNumber(out, "count", messages.count);
   addNumber(out, "without_graph", messages.withoutGraph);
-  addCounts(out, "by_method", messages.methods, profiling::methodText);
+  addCounts(out, "by_method", messages.methods, profiling::schema::EnumNameMethodType);
   addCounts(out, "by_visibility_level", messages.visibilityLevels, noText);
   addGraphs(out, messages);
   out.EndObject();
@@ -164,9 +165,9 @@ void addEvents(Writer& out, const profiling::EventFacts& events) {
   addNumber(out, "greatest_depth", events.greatestDepth);
   addNumber(out, "identifiers", events.identifiers);
   addFlag(out, "has_more_identifiers", events.hasMoreIdentifiers);
-  addCounts(out, "by_type", events.types, profiling::eventTypeText);
-  addCounts(out, "by_unit", events.units, profiling::eventUnitText);
-  addCounts(out, "by_value_type", events.valueTypes, profiling::eventValueTypeText);
+  addCounts(out, "by_type", events.types, profiling::schema::EnumNameEventType);
+  addCounts(out, "by_unit", events.units, profiling::schema::EnumNameEventUnit);
+  addCounts(out, "by_value_type", events.valueTypes, profiling::schema::EnumNameEventValueType);
   out.EndObject();
 }
 

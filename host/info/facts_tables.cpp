@@ -1,5 +1,7 @@
 #include "host/info/facts_tables.h"
 
+#include <profile_log_generated.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -9,7 +11,6 @@
 
 #include "host/info/shown_text.h"
 #include "host/info/text_table.h"
-#include "input/enum_texts.h"
 
 namespace vyn::host {
 namespace {
@@ -89,7 +90,7 @@ auto withText(const char* (*textOf)(Enumeration)) {
 
 void printMessages(const profiling::MessageFacts& messages, std::ostream& out) {
   printCounts("Messages by method", messages.methods, messages.count,
-              withText(profiling::methodText), out);
+              withText(profiling::schema::EnumNameMethodType), out);
   printCounts(
       "Messages by visibility level", messages.visibilityLevels, messages.count,
       [](std::int64_t number) { return std::to_string(number); }, out);
@@ -97,12 +98,12 @@ void printMessages(const profiling::MessageFacts& messages, std::ostream& out) {
 }
 
 void printEvents(const profiling::EventFacts& events, std::ostream& out) {
-  printCounts("Events by type", events.types, events.count, withText(profiling::eventTypeText),
-              out);
-  printCounts("Events by unit", events.units, events.count, withText(profiling::eventUnitText),
-              out);
+  printCounts("Events by type", events.types, events.count,
+              withText(profiling::schema::EnumNameEventType), out);
+  printCounts("Events by unit", events.units, events.count,
+              withText(profiling::schema::EnumNameEventUnit), out);
   printCounts("Events by value type", events.valueTypes, events.count,
-              withText(profiling::eventValueTypeText), out);
+              withText(profiling::schema::EnumNameEventValueType), out);
 }
 
 void printBytes(const profiling::LogFacts& facts, std::ostream& out) {

@@ -18,8 +18,4 @@ const char* eventUnitText(schema::EventUnit unit) {
   return unit == schema::EventUnit::UNSPECIFIED ? "" : schema::EnumNameEventUnit(unit);
 }
 
-const char* eventValueTypeText(schema::EventValueType type) {
-  return schema::EnumNameEventValueType(type);
-}
-
 }  // namespace vyn::profiling

@@ -9,6 +9,5 @@ namespace vyn::profiling {
 const char* methodText(schema::MethodType method);
 const char* eventTypeText(schema::EventType type);
 const char* eventUnitText(schema::EventUnit unit);
-const char* eventValueTypeText(schema::EventValueType type);
 
 }  // namespace vyn::profiling

@@ -156,7 +156,7 @@ class InfoSchemaTest(unittest.TestCase):
         self.assertEqual(log["messages"]["by_method"]["numbers"],
                          [{"number": 0, "text": "NONE", "count": 2},
                           {"number": 1, "text": "BACKEND_EXECUTE", "count": 1},
-                          {"number": 10, "text": "", "count": 1}])
+                          {"number": 10, "text": "LIBRARY_LOAD", "count": 1}])
         self.assertEqual(log["messages"]["by_visibility_level"]["numbers"],
                          [{"number": 0, "text": "", "count": 3},
                           {"number": -2, "text": "", "count": 1}])

@@ -133,7 +133,7 @@ TEST_F(InfoTest, MessagesAreSortedOut) {
                                                "  BACKEND_EXECUTE            1  25.0 %\n"
                                                "  BACKEND_FINALIZE           1  25.0 %\n"
                                                "  BACKEND_EXECUTE_ASYNC      1  25.0 %\n"
-                                               "  (number 10)                1  25.0 %\n"
+                                               "  LIBRARY_LOAD               1  25.0 %\n"
                                                "\n"
                                                "Messages by visibility level    count   share\n"
                                                "  0                                 3  75.0 %\n"

@@ -24,11 +24,5 @@ TEST(EnumTexts, UnknownNumbersAreEmpty) {
   EXPECT_STREQ(eventUnitText(schema::EventUnit{4294967295}), "");
 }
 
-TEST(EnumTexts, ValueTypesHaveTheirNames) {
-  EXPECT_STREQ(eventValueTypeText(schema::EventValueType{0}), "NO_VALUE");
-  EXPECT_STREQ(eventValueTypeText(schema::EventValueType{6}), "STRING");
-  EXPECT_STREQ(eventValueTypeText(schema::EventValueType{7}), "");
-}
-
 }  // namespace
 }  // namespace vyn::profiling
