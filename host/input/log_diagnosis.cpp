@@ -7,7 +7,11 @@
 
 #include "files/file_descriptor.h"
 #include "files/file_error.h"
+#include "files/standard_streams.h"
+#include "host/counted.h"
+#include "host/input/damage_text.h"
 #include "host/input/foreign_format.h"
+#include "host/input/shell_word.h"
 #include "input/log_walk.h"
 
 namespace vyn::host {
@@ -23,8 +27,12 @@ class NoSink : public profiling::MessageSink {
   void message(const profiling::schema::Message& /*message*/) override {}
 };
 
-std::string counted(std::uint64_t count, const std::string& noun) {
-  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+// The log as a command line names it.
+std::string wordOf(const LogFile& log) {
+  if (log.isStandardInput) {
+    return files::kStandardStreamPath;
+  }
+  return shellWord(log.path.starts_with('-') ? "./" + log.path : log.path);
 }
 
 // What hinders the system from opening the log, or any file where the log is gone when it is opened
@@ -37,9 +45,10 @@ int errorOfOpening(const LogFile& log) {
 
 }  // namespace
 
-std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk) {
+std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk,
+                           Remedies remedies) {
   if (walk.end == profiling::WalkEnd::kReadError) {
-    return "cannot be read whole; check the disk, or copy the log again";
+    return kCannotBeRead;
   }
   if (walk.soundChunks == 0) {
     const auto format =
@@ -48,7 +57,8 @@ std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk
         walk.last.announced < kLeastOfNoChunk) {
       return "not a profiling log, or one that ends inside its first chunk: " +
              std::to_string(walk.last.present) + " of " + counted(walk.last.announced, "byte") +
-             " are there; copy the log again, or give one that vyn-net-run wrote";
+             " are there (" + kMayStillBeWritten +
+             "); copy the log again, or give one that vyn-net-run wrote";
     }
     return format.value_or(
         "not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run "
@@ -57,8 +67,12 @@ std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk
   const std::string offset = std::to_string(walk.soundBytes);
   const std::string chunks = std::to_string(walk.soundChunks);
   return "damaged after chunk " + chunks + " at byte offset " + offset +
-         " (whole chunks before it: " + chunks + ", " + counted(walk.messages, "message") +
-         "); copy the log again, or keep what is whole with head -c " + offset;
+         " (whole chunks before it: " + chunks + ", " + counted(walk.messages, "message") + "); " +
+         (mayStillBeWritten(walk.end) ? std::string(kMayStillBeWritten) + "; " : "") +
+         "copy the log again, or " +
+         (remedies == Remedies::kKeepGoing ? "go on without what is damaged with --keep-going, or "
+                                           : "") +
+         "save what is whole: vyn-profile-viewer recover " + wordOf(log) + " -o FILE";
 }
 
 std::string diagnoseLog(const LogFile& log, const std::string& reason) {
@@ -72,7 +86,7 @@ std::string diagnoseLog(const LogFile& log, const std::string& reason) {
   NoSink sink;
   const profiling::WalkResult walk = profiling::walkLog(file, sink);
   if (!walk.isAccepted) {
-    return describeDamage(log, walk);
+    return describeDamage(log, walk, Remedies::kRecover);
   }
   return "the reader refused it though its chunks are sound; " +
          (reason.empty() ? "it does not say why: free some memory or give another --reader"
