@@ -5,20 +5,11 @@
 
 #include "input/log_walk.h"
 
-namespace {
-
-class NoSink : public vyn::profiling::MessageSink {
- public:
-  void message(const vyn::profiling::schema::Message& /*message*/) override {}
-};
-
-}  // namespace
-
 int main(int argumentCount, char** arguments) {
   if (argumentCount != 2) {
     return 2;
   }
   vyn::profiling::FileSource source(arguments[1]);
-  NoSink sink;
+  vyn::profiling::NoSink sink;
   return vyn::profiling::walkLog(source, sink).isAccepted ? EXIT_SUCCESS : EXIT_FAILURE;
 }

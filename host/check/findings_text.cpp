@@ -3,6 +3,7 @@
 #include <set>
 
 #include "files/printable_text.h"
+#include "host/output/shown_numbers.h"
 
 namespace vyn::host {
 namespace {
@@ -12,21 +13,6 @@ using profiling::CheckCodeEntry;
 using profiling::Finding;
 using profiling::Findings;
 using profiling::Severity;
-
-// With commas between thousands.
-std::string grouped(std::uint64_t number) {
-  constexpr std::size_t kDigits = 3;
-  std::string text = std::to_string(number);
-  for (std::size_t place = text.size(); place > kDigits;) {
-    place -= kDigits;
-    text.insert(place, 1, ',');
-  }
-  return text;
-}
-
-std::string counted(std::uint64_t count, const std::string& noun) {
-  return grouped(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 std::string nameOf(const CheckCodeEntry& entry) {
   return std::string(entry.severity == Severity::kError ? "error " : "warning ") + entry.name;
@@ -55,12 +41,13 @@ std::string summaryOf(const Findings& findings) {
   if (errors + warnings == 0) {
     text = "sound: ";
   } else {
-    text = errors == 0 ? "" : counted(errors, "error");
+    text = errors == 0 ? "" : groupedCount(errors, "error");
     text += errors == 0 || warnings == 0 ? "" : ", ";
-    text += warnings == 0 ? "" : counted(warnings, "warning");
+    text += warnings == 0 ? "" : groupedCount(warnings, "warning");
     text += " in ";
   }
-  return text + counted(findings.chunks, "chunk") + ", " + counted(findings.messages, "message");
+  return text + groupedCount(findings.chunks, "chunk") + ", " +
+         groupedCount(findings.messages, "message");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 
 #include "base/utf8.h"
 #include "host/info/creation_time.h"
-#include "host/input/damage_text.h"
+#include "input/damage_text.h"
 
 namespace vyn::host {
 namespace {
@@ -226,10 +226,10 @@ void addDamage(Writer& out, const profiling::WalkResult& walk) {
     return;
   }
   startObject(out, "damage");
-  addText(out, "reason", whyDamaged(walk.end, walk.last));
+  addText(out, "reason", profiling::whyDamaged(walk.end, walk.last));
   addNumber(out, "chunk_number", walk.last.index + 1);
   addNumber(out, "offset_bytes", walk.last.offset);
-  addFlag(out, "may_still_be_written", mayStillBeWritten(walk.end));
+  addFlag(out, "may_still_be_written", profiling::mayStillBeWritten(walk.end));
   addFlag(out, "is_counted", walk.end == profiling::WalkEnd::kCutShort && walk.isAccepted);
   addNumber(out, "whole_chunks", walk.soundChunks);
   addNumber(out, "whole_bytes", walk.soundBytes);

@@ -11,6 +11,7 @@
 
 #include "host/info/shown_text.h"
 #include "host/info/text_table.h"
+#include "host/output/shown_numbers.h"
 
 namespace vyn::host {
 namespace {
@@ -24,7 +25,7 @@ std::string othersOf(std::size_t hiddenRows, bool hasMore) {
   if (hiddenRows == 0) {
     return "(others)";
   }
-  return (hasMore ? "(more than " : "(") + counted(hiddenRows, "other") + ")";
+  return (hasMore ? "(more than " : "(") + groupedCount(hiddenRows, "other") + ")";
 }
 
 // One row for each number, by the text that `textOf` has for it.

@@ -9,7 +9,8 @@
 #include "host/info/facts_tables.h"
 #include "host/info/shown_text.h"
 #include "host/info/text_table.h"
-#include "host/input/damage_text.h"
+#include "host/output/shown_numbers.h"
+#include "input/damage_text.h"
 
 namespace vyn::host {
 namespace {
@@ -36,23 +37,23 @@ std::string sizesOf(const profiling::ChunkFacts& chunks) {
           ? grouped(chunks.median)
           : grouped(chunks.median) + " to " + grouped(chunks.median + chunks.medianPrecision - 1);
   return grouped(chunks.count) + ": smallest " + grouped(chunks.smallest) + ", median " + median +
-         ", largest " + counted(chunks.largest, "byte");
+         ", largest " + groupedCount(chunks.largest, "byte");
 }
 
 std::string rangeOf(const profiling::TimeStampFacts& stamps) {
   return grouped(stamps.first) + " to " + grouped(stamps.last) + ", a span of " +
          grouped(stamps.largest - stamps.smallest) + kWritersUnit + ", " +
-         counted(stamps.stepsBack, "step") + " back";
+         groupedCount(stamps.stepsBack, "step") + " back";
 }
 
 std::string courseOf(const profiling::SequenceFacts& sequence) {
   std::string text = grouped(sequence.smallest) + " to " + grouped(sequence.largest) + ": ";
-  text += counted(sequence.gaps, "gap");
+  text += groupedCount(sequence.gaps, "gap");
   if (sequence.gaps > 0) {
-    text += " (" + counted(sequence.missing, "number") + " left out)";
+    text += " (" + groupedCount(sequence.missing, "number") + " left out)";
   }
-  return text + ", " + counted(sequence.repeats, "repeat") + ", " +
-         counted(sequence.stepsBack, "step") + " back";
+  return text + ", " + groupedCount(sequence.repeats, "repeat") + ", " +
+         groupedCount(sequence.stepsBack, "step") + " back";
 }
 
 void printDamage(const profiling::WalkResult& walk, TextList& list) {
@@ -62,22 +63,23 @@ void printDamage(const profiling::WalkResult& walk, TextList& list) {
     return;
   }
   list.add("damage", "in chunk " + grouped(walk.last.index + 1) + " at byte offset " +
-                         grouped(walk.last.offset) + ": " + whyDamaged(walk.end, walk.last));
-  if (mayStillBeWritten(walk.end)) {
-    list.add("", kMayStillBeWritten);
+                         grouped(walk.last.offset) + ": " +
+                         profiling::whyDamaged(walk.end, walk.last));
+  if (profiling::mayStillBeWritten(walk.end)) {
+    list.add("", profiling::kMayStillBeWritten);
   }
   if (walk.end == WalkEnd::kCutShort && walk.isAccepted) {
     list.add("", "its messages are all there and are counted");
   } else if (walk.soundChunks == 0) {
     list.add("", "nothing sound stands before it: it may be no profiling log at all");
   }
-  list.add("", "whole before it: " + counted(walk.soundChunks, "chunk") + ", with their lengths " +
-                   counted(walk.soundBytes, "byte"));
+  list.add("", "whole before it: " + groupedCount(walk.soundChunks, "chunk") +
+                   ", with their lengths " + groupedCount(walk.soundBytes, "byte"));
 }
 
 void printOverview(const LogFacts& facts, std::ostream& out) {
   TextList list(out);
-  list.add("size", counted(facts.size, "byte"));
+  list.add("size", groupedCount(facts.size, "byte"));
   list.add("chunks", sizesOf(facts.chunks));
   list.add("messages", grouped(facts.messages.count));
   list.add("events", facts.events.count == 0 ? "0"
@@ -87,7 +89,7 @@ void printOverview(const LogFacts& facts, std::ostream& out) {
                               grouped(facts.events.identifiers) + " different");
   list.add("payloads", facts.payloads.count == 0 ? "0"
                                                  : grouped(facts.payloads.count) + ", together " +
-                                                       counted(facts.payloads.bytes, "byte"));
+                                                       groupedCount(facts.payloads.bytes, "byte"));
   if (facts.timeStamps) {
     list.add("time stamps", rangeOf(*facts.timeStamps));
   }

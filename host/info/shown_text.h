@@ -5,7 +5,7 @@
 
 #include "analysis/log_facts.h"
 #include "files/printable_text.h"
-#include "host/info/text_table.h"
+#include "host/output/shown_numbers.h"
 
 namespace vyn::host {
 
@@ -16,7 +16,8 @@ inline std::string shown(const std::string& text) {
 
 /// The same of the beginning of a text, with the size of the whole: "resne... (300 bytes)".
 inline std::string shown(const profiling::KeptText& text) {
-  return shown(text.start) + (text.isWhole() ? "" : "... (" + counted(text.size, "byte") + ")");
+  return shown(text.start) +
+         (text.isWhole() ? "" : "... (" + groupedCount(text.size, "byte") + ")");
 }
 
 }  // namespace vyn::host

@@ -5,9 +5,13 @@
 #include <cerrno>
 #include <cstdint>
 
+#include "base/counted.h"
 #include "files/file_descriptor.h"
 #include "files/file_error.h"
+#include "files/standard_streams.h"
 #include "host/input/foreign_format.h"
+#include "host/input/shell_word.h"
+#include "input/damage_text.h"
 #include "input/log_walk.h"
 
 namespace vyn::host {
@@ -17,14 +21,12 @@ namespace {
 // write are far shorter.
 constexpr profiling::ChunkLength kLeastOfNoChunk = profiling::ChunkLength{1} << 24;
 
-// Asks for nothing but the walk's own figures.
-class NoSink : public profiling::MessageSink {
- public:
-  void message(const profiling::schema::Message& /*message*/) override {}
-};
-
-std::string counted(std::uint64_t count, const std::string& noun) {
-  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+// The log as a command line names it.
+std::string wordOf(const LogFile& log) {
+  if (log.isStandardInput) {
+    return files::kStandardStreamPath;
+  }
+  return shellWord(log.path.starts_with('-') ? "./" + log.path : log.path);
 }
 
 // What hinders the system from opening the log, or any file where the log is gone when it is opened
@@ -37,9 +39,10 @@ int errorOfOpening(const LogFile& log) {
 
 }  // namespace
 
-std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk) {
+std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk,
+                           Remedies remedies) {
   if (walk.end == profiling::WalkEnd::kReadError) {
-    return "cannot be read whole; check the disk, or copy the log again";
+    return kCannotBeRead;
   }
   if (walk.soundChunks == 0) {
     const auto format =
@@ -47,8 +50,10 @@ std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk
     if (!format && walk.end == profiling::WalkEnd::kCutShort &&
         walk.last.announced < kLeastOfNoChunk) {
       return "not a profiling log, or one that ends inside its first chunk: " +
-             std::to_string(walk.last.present) + " of " + counted(walk.last.announced, "byte") +
-             " are there; copy the log again, or give one that vyn-net-run wrote";
+             std::to_string(walk.last.present) + " of " +
+             profiling::counted(walk.last.announced, "byte") + " are there (" +
+             profiling::kMayStillBeWritten +
+             "); copy the log again, or give one that vyn-net-run wrote";
     }
     return format.value_or(
         "not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run "
@@ -57,8 +62,14 @@ std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk
   const std::string offset = std::to_string(walk.soundBytes);
   const std::string chunks = std::to_string(walk.soundChunks);
   return "damaged after chunk " + chunks + " at byte offset " + offset +
-         " (whole chunks before it: " + chunks + ", " + counted(walk.messages, "message") +
-         "); copy the log again, or keep what is whole with head -c " + offset;
+         " (whole chunks before it: " + chunks + ", " +
+         profiling::counted(walk.messages, "message") + "); " +
+         (profiling::mayStillBeWritten(walk.end) ? std::string(profiling::kMayStillBeWritten) + "; "
+                                                 : "") +
+         "copy the log again, or " +
+         (remedies == Remedies::kKeepGoing ? "go on without what is damaged with --keep-going, or "
+                                           : "") +
+         "save what is whole: vyn-profile-viewer recover " + wordOf(log) + " -o FILE";
 }
 
 std::string diagnoseLog(const LogFile& log, const std::string& reason) {
@@ -69,10 +80,10 @@ std::string diagnoseLog(const LogFile& log, const std::string& reason) {
     return "the log is damaged; write it to a file and read that to learn where";
   }
   profiling::FileSource file(log.path);
-  NoSink sink;
+  profiling::NoSink sink;
   const profiling::WalkResult walk = profiling::walkLog(file, sink);
   if (!walk.isAccepted) {
-    return describeDamage(log, walk);
+    return describeDamage(log, walk, Remedies::kRecover);
   }
   return "the reader refused it though its chunks are sound; " +
          (reason.empty() ? "it does not say why: free some memory or give another --reader"

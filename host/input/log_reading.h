@@ -1,12 +1,10 @@
 #pragma once
 
 #include "host/input/log_file.h"
+#include "host/input/watched_file.h"
 #include "input/log_walk.h"
 
 namespace vyn::host {
-
-/// Whether a user who waits is told how far the work is.
-enum class Progress { kShown, kHidden };
 
 /// Walks over all of a log. Throws FileError when it cannot be opened, does not fit into memory, or
 /// became shorter meanwhile, and what the sink throws.

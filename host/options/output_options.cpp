@@ -46,11 +46,15 @@ void addMaxOutput(CLI::App& commandLine, std::optional<std::uint64_t>& maxOutput
 
 }  // namespace
 
+CLI::Option* addOutputOption(CLI::App& commandLine, std::string& name, const std::string& purpose) {
+  return commandLine.add_option("-o,--output", name, purpose)
+      ->type_name("FILE")
+      ->check(checkOutput);
+}
+
 CLI::Option* addOutputOptions(CLI::App& commandLine, OutputOptions& options,
                               const std::string& purpose) {
-  CLI::Option* output = commandLine.add_option("-o,--output", options.name, purpose)
-                            ->type_name("FILE")
-                            ->check(checkOutput);
+  CLI::Option* output = addOutputOption(commandLine, options.name, purpose);
   commandLine
       .add_flag("--force", options.force,
                 "Replace whatever has the name that the document gets without --output (json)")

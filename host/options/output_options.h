@@ -21,6 +21,9 @@ struct OutputOptions {
   }
 };
 
+/// Adds --output alone to the command line; parsing it fills `name`. `purpose` is its help.
+CLI::Option* addOutputOption(CLI::App& commandLine, std::string& name, const std::string& purpose);
+
 /// Adds the options to the command line; parsing it fills `options`. `purpose` is the help of the
 /// option --output, which is returned.
 CLI::Option* addOutputOptions(CLI::App& commandLine, OutputOptions& options,

@@ -34,9 +34,10 @@ std::optional<std::uint64_t> fileSizeOf(const LogFile& log) {
                               : std::nullopt;
 }
 
-bool isSomethingElse(const LogFile& log, const profiling::LogFacts& facts) {
-  return facts.chunks.count == 0 && log.canBeReadAgain() &&
-         recogniseForeignFormat(log.path).has_value();
+// What a file without a sound chunk holds instead.
+std::optional<std::string> foreignFormatOf(const LogFile& log, const profiling::LogFacts& facts) {
+  return facts.chunks.count == 0 && log.canBeReadAgain() ? recogniseForeignFormat(log.path)
+                                                         : std::nullopt;
 }
 
 // Throws FileError when there is nothing to tell of, or the system does not give all of it.
@@ -44,8 +45,11 @@ profiling::LogFacts collectFacts(const LogFile& log, Progress progress) {
   profiling::FactsCollector collector;
   const profiling::WalkResult walk = walkLogFile(log, collector, progress);
   profiling::LogFacts facts = collector.facts(walk, fileSizeOf(log));
-  if (walk.end == profiling::WalkEnd::kReadError || isSomethingElse(log, facts)) {
-    throw files::FileError(log.name, describeDamage(log, walk));
+  if (walk.end == profiling::WalkEnd::kReadError) {
+    throw files::FileError(log.name, kCannotBeRead);
+  }
+  if (const auto format = foreignFormatOf(log, facts)) {
+    throw files::FileError(log.name, *format);
   }
   return facts;
 }

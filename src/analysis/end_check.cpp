@@ -4,17 +4,12 @@
 #include <string>
 #include <utility>
 
+#include "base/counted.h"
+#include "input/damage_text.h"
 #include "input/foreign_start.h"
 
 namespace vyn::profiling {
 namespace {
-
-constexpr char kMayStillBeWritten[] =
-    "; the run may still be writing, or was ended in the middle of it";
-
-std::string counted(std::uint64_t count, const std::string& noun) {
-  return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 std::string behindWholeChunks(const WalkResult& walk) {
   return " behind " + counted(walk.soundChunks, "whole chunk");
@@ -22,7 +17,7 @@ std::string behindWholeChunks(const WalkResult& walk) {
 
 Evidence evidenceOfCut(const WalkResult& walk) {
   return {std::to_string(walk.last.present) + " of " + counted(walk.last.announced, "byte") +
-              behindWholeChunks(walk) + kMayStillBeWritten +
+              behindWholeChunks(walk) + "; " + kMayStillBeWritten +
               (walk.isAccepted ? "; they can be read, for nothing in them leads to what is missing"
                                : ""),
           "all of them"};
@@ -40,9 +35,10 @@ Ending endingOf(const WalkResult& walk) {
     case WalkEnd::kPartialLength:
       return walk.soundChunks == 0
                  ? Ending{CheckCode::kEndsInFirstLength,
-                          {present + kMayStillBeWritten, "the 4 bytes of a length, and a chunk"}}
+                          {present + "; " + kMayStillBeWritten,
+                           "the 4 bytes of a length, and a chunk"}}
                  : Ending{CheckCode::kBytesBehind,
-                          {present + behindWholeChunks(walk) + kMayStillBeWritten,
+                          {present + behindWholeChunks(walk) + "; " + kMayStillBeWritten,
                            "nothing, or another chunk"}};
     case WalkEnd::kImpossibleLength:
       return {CheckCode::kImpossibleLength,

@@ -9,6 +9,10 @@ namespace vyn::profiling {
 namespace {
 
 bool verifies(std::span<const std::uint8_t> chunk, std::size_t maxTables) {
+  // Before the verifier is built: it aborts on sizes that it cannot hold.
+  if (!isPlausibleChunkSize(chunk.size())) {
+    return false;
+  }
   flatbuffers::Verifier::Options options;
   options.max_depth = ChunkVerifier::kMaxTableDepth;
   options.max_tables = static_cast<flatbuffers::uoffset_t>(maxTables);
@@ -26,11 +30,7 @@ bool verifies(std::span<const std::uint8_t> chunk, std::size_t maxTables) {
 // runs.
 bool ChunkVerifier::isSound(std::span<const std::uint8_t> chunk) {
   const std::size_t size = chunk.size();
-  // Before the verifier is built: it aborts on sizes that it cannot hold.
-  if (!isPlausibleChunkSize(size)) {
-    return false;
-  }
-  if (verifies(chunk, size)) {
+  if (isSoundByItself(chunk)) {
     return true;
   }
   if (m_allowance == 0 || !verifies(chunk, size + m_allowance)) {
@@ -39,6 +39,10 @@ bool ChunkVerifier::isSound(std::span<const std::uint8_t> chunk) {
   const std::uint64_t tables = tableCount(*schema::GetProfileLog(chunk.data()));
   m_allowance -= static_cast<std::uint32_t>(tables > size ? tables - size : 0);
   return true;
+}
+
+bool ChunkVerifier::isSoundByItself(std::span<const std::uint8_t> chunk) {
+  return verifies(chunk, chunk.size());
 }
 
 }  // namespace vyn::profiling

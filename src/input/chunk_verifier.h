@@ -17,6 +17,10 @@ class ChunkVerifier {
   /// the log together.
   bool isSound(std::span<const std::uint8_t> chunk);
 
+  /// The same for a chunk of which it is not known whether it is one of the log's: it takes
+  /// nothing of what is there for all chunks together.
+  static bool isSoundByItself(std::span<const std::uint8_t> chunk);
+
   /// How deep tables may nest, the root among them.
   static constexpr std::uint32_t kMaxTableDepth = 64;
 

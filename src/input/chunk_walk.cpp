@@ -5,7 +5,8 @@ namespace {
 
 class Walk {
  public:
-  Walk(ByteSource& source, ChunkSink& sink) : m_source(source), m_sink(sink) {}
+  Walk(ByteSource& source, ChunkSink& sink, std::uint64_t start)
+      : m_source(source), m_sink(sink), m_start(start) {}
 
   WalkResult run() {
     while (takeNext()) {
@@ -18,7 +19,7 @@ class Walk {
   // False at the end, whose reason then stands in the result.
   bool takeNext() {
     ChunkPlace& place = m_result.last;
-    place = {place.index, m_result.soundBytes, 0, 0};
+    place = {place.index, m_start + m_result.soundBytes, 0, 0};
     place.present =
         m_source.read(reinterpret_cast<std::uint8_t*>(&place.announced), sizeof(ChunkLength));
     if (m_source.hasFailed()) {
@@ -68,11 +69,14 @@ class Walk {
 
   ByteSource& m_source;
   ChunkSink& m_sink;
+  std::uint64_t m_start;  // bytes of the log in front of the first chunk
   WalkResult m_result;
 };
 
 }  // namespace
 
-WalkResult walkChunks(ByteSource& source, ChunkSink& sink) { return Walk(source, sink).run(); }
+WalkResult walkChunks(ByteSource& source, ChunkSink& sink, std::uint64_t start) {
+  return Walk(source, sink, start).run();
+}
 
 }  // namespace vyn::profiling

@@ -11,7 +11,7 @@ namespace vyn::profiling {
 
 /// Where a chunk stands in its log.
 struct ChunkPlace {
-  std::uint64_t index = 0;    ///< of all chunks, from 0 on
+  std::uint64_t index = 0;    ///< of all chunks that are walked over, from 0 on
   std::uint64_t offset = 0;   ///< bytes of the log in front of the chunk's length
   ChunkLength announced = 0;  ///< the length in front of the chunk, in bytes
   std::size_t present = 0;    ///< how many bytes of the chunk, or of a partial length, are there
@@ -54,7 +54,8 @@ class ChunkSink {
 };
 
 /// Cuts a log into its chunks and hands them to the sink until it has refused one or none is left.
-/// What the sink throws leaves it.
-WalkResult walkChunks(ByteSource& source, ChunkSink& sink);
+/// What the sink throws leaves it. `start` is how many bytes of the log stand in front of what the
+/// source gives first.
+WalkResult walkChunks(ByteSource& source, ChunkSink& sink, std::uint64_t start = 0);
 
 }  // namespace vyn::profiling

@@ -7,8 +7,10 @@ class VerifyingSink : public ChunkSink {
  public:
   VerifyingSink(MessageSink& sink, ChunkVerifier& verifier) : m_sink(sink), m_verifier(verifier) {}
 
+  ChunkBuffer roomFor(std::size_t size) override { return m_sink.roomFor(size); }
+
   bool take(const Chunk& chunk, const ChunkPlace& place) override {
-    if (!m_verifier.isSound(chunk.bytes())) {
+    if (!m_verifier.isSound(chunk.bytes()) || !m_sink.wants(chunk, place)) {
       m_sink.refused(chunk, place);
       return false;
     }
@@ -41,9 +43,10 @@ WalkResult walkLog(ByteSource& source, MessageSink& sink) {
   return walkLog(source, sink, verifier);
 }
 
-WalkResult walkLog(ByteSource& source, MessageSink& sink, ChunkVerifier& verifier) {
+WalkResult walkLog(ByteSource& source, MessageSink& sink, ChunkVerifier& verifier,
+                   std::uint64_t start) {
   VerifyingSink verifying(sink, verifier);
-  WalkResult result = walkChunks(source, verifying);
+  WalkResult result = walkChunks(source, verifying, start);
   result.messages = verifying.messages();
   return result;
 }

@@ -13,7 +13,14 @@ class MessageSink {
  public:
   virtual ~MessageSink() = default;
 
-  /// A chunk that was verified; its header and messages follow.
+  /// Memory for a chunk of that many bytes; null ends the walk.
+  virtual ChunkBuffer roomFor(std::size_t size) { return makeChunk(size); }
+
+  /// Whether the chunk, which was verified, is to be taken. The walk ends with it otherwise, as
+  /// with one that is not sound.
+  virtual bool wants(const Chunk& /*chunk*/, const ChunkPlace& /*place*/) { return true; }
+
+  /// A chunk that was verified and is wanted; its header and messages follow.
   virtual void chunk(const Chunk& /*chunk*/, const ChunkPlace& /*place*/) {}
 
   /// The header of the chunk, if it has one.
@@ -26,12 +33,20 @@ class MessageSink {
   virtual void refused(const Chunk& /*chunk*/, const ChunkPlace& /*place*/) {}
 };
 
+/// Asks for nothing but the walk's own figures.
+class NoSink final : public MessageSink {
+ public:
+  void message(const schema::Message& /*message*/) override {}
+};
+
 /// Walks over a log, verifies each chunk and hands its header and messages to the sink, up to the
 /// log's end or its first damage. Throws std::bad_alloc or std::length_error when a chunk does not
 /// fit into memory, and what the sink throws.
 WalkResult walkLog(ByteSource& source, MessageSink& sink);
 
-/// The same for a part of a log, whose `verifier` has judged the parts before.
-WalkResult walkLog(ByteSource& source, MessageSink& sink, ChunkVerifier& verifier);
+/// The same for the rest of a log behind its first `start` bytes, whose chunks the `verifier` has
+/// judged.
+WalkResult walkLog(ByteSource& source, MessageSink& sink, ChunkVerifier& verifier,
+                   std::uint64_t start = 0);
 
 }  // namespace vyn::profiling

@@ -1,5 +1,5 @@
 // Damages a log in every systematic way, lets both readers judge each form of it, and holds what is
-// found in it against the verifier:
+// found in it, and what is salvaged of it, against the verifier:
 //   damage_driver LOG EVERY SHARD
 // Takes every EVERY-th case, from case SHARD on, and says how many were sound. Aborts, naming the
 // case, when the readers disagree, judge wrongly, or take memory out of proportion.
@@ -18,6 +18,7 @@
 #include "check_run.h"
 #include "damages.h"
 #include "input_file.h"
+#include "recover_run.h"
 
 namespace {
 
@@ -45,6 +46,7 @@ void judge(const std::string& what, const std::string& log, Expectation expectat
   g_currentCase = "the log: " + what + "\n";
   const auto* const bytes = reinterpret_cast<const std::uint8_t*>(log.data());
   vyn::fuzz::checkFindings({bytes, log.size()});
+  vyn::fuzz::checkSalvage({bytes, log.size()});
   const vyn::fuzz::InputFile file(bytes, log.size());
   const bool isSound = vyn::fuzz::readWithBoth(file.path()).isSound;
   ++(isSound ? tally.sound : tally.refused);

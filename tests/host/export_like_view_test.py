@@ -39,14 +39,18 @@ def kept_inputs(folder):
             yield log
 
 
+# What export can do about a damaged log and view cannot.
+REMEDY = "go on without what is damaged with --keep-going, or "
+
+
 def written(verb, log):
-    """Exit status, errors and document of the viewer."""
+    """Exit status, errors without the remedy, and document of the viewer."""
     result = run(VIEWER, *verb, log.name, "-o", "out.json", folder=log.parent, status=None,
                  text=True)
     document = log.parent / "out.json"
     text = document.read_bytes() if document.exists() else None
     document.unlink(missing_ok=True)
-    return result.returncode, result.stderr, text
+    return result.returncode, result.stderr.replace(REMEDY, ""), text
 
 
 def main():

@@ -253,5 +253,40 @@ TEST_P(MemoryFaultTest, IsSaidAndLeavesTheOldOutput) {
 INSTANTIATE_TEST_SUITE_P(Readers, MemoryFaultTest, testing::Values("json", "summary"),
                          [](const auto& reader) { return reader.param; });
 
+// What cannot be read is no damage: nothing is saved in its place.
+TEST_F(FaultTest, ALogThatCannotBeReadIsNotRecovered) {
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"recover", "run.log", "-o", "out.json"},
+        {"recover", "run.log", "-o", "out.json", "--search"},
+        {"export", "json", "run.log", "-o", "out.json", "--keep-going"}}) {
+    EXPECT_THAT(runWith({"read", "run.log", EIO}, words),
+                FailsWith("run.log: cannot be read whole; check the disk, or copy the log again"));
+    expectOldOutput();
+  }
+}
+
+TEST_F(FaultTest, ACopyThatCannotBeReadBackIsNotHandedOut) {
+  EXPECT_THAT(runWith({"read", ".out.json.", EIO}, {"recover", "run.log", "-o", "out.json"}),
+              FailsWith("out.json: does not hold what was written to it; check the disk and try "
+                        "again"));
+  expectOldOutput();
+}
+
+TEST_F(FaultTest, ALogThatShrinksIsNotRecovered) {
+  for (const char* option : {"-q", "--search"}) {
+    write("run.log", logOfExecutions(100));
+    EXPECT_THAT(
+        runWith({"shrink", "run.log", 0}, {"recover", "run.log", "-o", "out.json", option}),
+        FailsWith("run.log: became shorter while it was read; read it when nobody changes it"));
+    expectOldOutput();
+  }
+}
+
+TEST_F(FaultTest, ARecoveredLogThatDoesNotReachTheDiskIsNotHandedOut) {
+  EXPECT_EQ(
+      runWith({"fsync", "out.json", EIO}, {"recover", "run.log", "-o", "out.json"}).exitStatus, 1);
+  expectOldOutput();
+}
+
 }  // namespace
 }  // namespace vyn::test

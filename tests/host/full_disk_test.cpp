@@ -102,5 +102,28 @@ TEST_F(FileSizeLimitTest, IsNamedAndLeavesNothing) {
   }
 }
 
+TEST_F(FullDiskTest, ARecoveredLogIsNotCutShort) {
+  write("disk/out", "old\n");
+  for (const std::string log : {"run.log", "small.log"}) {
+    std::string chunks;
+    while (chunks.size() < 2 * kDiskSize) {
+      chunks += smallLog();
+    }
+    write("small.log", chunks);
+    EXPECT_THAT(run({"recover", log, "-o", "disk/out"}),
+                FailsWith(std::string("disk/out") + kDiskFull));
+    expectOnlyOldOutput("out");
+  }
+}
+
+TEST_F(FullDiskTest, APipeThatIsSearchedNeedsRoomForItsCopy) {
+  ProgramCall program = call({"recover", "-", "-o", "out", "--search"});
+  program.words.insert(program.words.begin(),
+                       {"/bin/sh", "-c", "cat run.log run.log | \"$0\" \"$@\""});
+  program.environment = {"TMPDIR=" + disk().string()};
+  EXPECT_THAT(runProgram(program), FailsWith(disk().string() + kDiskFull));
+  EXPECT_TRUE(std::filesystem::is_empty(disk()));
+}
+
 }  // namespace
 }  // namespace vyn::test

@@ -1,9 +1,7 @@
-#include "host/input/damage_text.h"
+#include "input/damage_text.h"
 
-namespace vyn::host {
+namespace vyn::profiling {
 namespace {
-
-using profiling::WalkEnd;
 
 std::string presentOf(std::size_t present, std::uint64_t needed) {
   return ": " + std::to_string(present) + " of " + std::to_string(needed) + " bytes are there";
@@ -11,13 +9,13 @@ std::string presentOf(std::size_t present, std::uint64_t needed) {
 
 }  // namespace
 
-std::string whyDamaged(WalkEnd end, const profiling::ChunkPlace& place) {
+std::string whyDamaged(WalkEnd end, const ChunkPlace& place) {
   switch (end) {
     case WalkEnd::kEndOfLog:
       return "";
     case WalkEnd::kPartialLength:
       return "the log ends inside the length of a chunk" +
-             presentOf(place.present, sizeof(profiling::ChunkLength));
+             presentOf(place.present, sizeof(ChunkLength));
     case WalkEnd::kImpossibleLength:
       return "no chunk can have the length " + std::to_string(place.announced);
     case WalkEnd::kCutShort:
@@ -37,4 +35,4 @@ bool mayStillBeWritten(WalkEnd end) {
   return end == WalkEnd::kPartialLength || end == WalkEnd::kCutShort;
 }
 
-}  // namespace vyn::host
+}  // namespace vyn::profiling
