@@ -18,7 +18,9 @@
 #include "host/options/report_options.h"
 #include "host/output/output_destination.h"
 #include "host/output/output_target.h"
+#include "host/output/write_behind.h"
 #include "host/recover/chunk_copy.h"
+#include "host/recover/digested_file.h"
 #include "host/report_line.h"
 #include "host/verbs/verb_table.h"
 
@@ -67,11 +69,15 @@ int recover(const RecoverOptions& options) {
   checkStandardStreams(log);
   OutputTarget target(findPlace(options, log), OutputTarget::Content::kReplaced,
                       files::TempFile::Existing::kReplaced);
-  ChunkCopy copy(target.workFile().file());
+  DigestedFile file(target.workFile().file());
+  WriteBehind written(file);
+  ChunkCopy copy(written);
   LossReport losses;
   salvageLogFile(log, copy, losses, {options.searches, true}, options.progress);
   copy.finish();
-  checkCopy(target.workFile().path(), target.name(), copy.copied());
+  written.finish();
+  // Each chunk was verified, as one of a log, before it was written.
+  file.check(target.workFile().path(), target.name());
   target.deliver();
   report(log, target.name(), copy.copied(), losses, options.searches);
   return losses.isEmpty() ? cli::kDone : cli::kDamagedLog;

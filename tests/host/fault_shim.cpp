@@ -1,6 +1,7 @@
 // Preloaded into a program to make its calls of the system fail. Told by the environment:
 //   VYN_FAULT_CALL    read, write, close, fsync, rename, open, shrink for reads of a file that is
-//                     cut to 1,000 bytes before them, or memory for malloc, calloc and realloc
+//                     cut to 1,000 bytes before them, spoil for writes that put a zero byte in
+//                     place of one, or memory for malloc, calloc and realloc
 //   VYN_FAULT_PATH    text in the path of the files whose calls count; for memory, calls count from
 //                     the first opening of such a file on
 //   VYN_FAULT_FIRST   which of these calls, from 1 on, is the first to fail; memory fails only once
@@ -109,7 +110,16 @@ ssize_t read(int descriptor, void* bytes, size_t size) {
                   [&](size_t count) { return syscall(SYS_read, descriptor, bytes, count); });
 }
 
+ssize_t pread(int descriptor, void* bytes, size_t size, off_t offset) {
+  return transfer("read", descriptor, size, [&](size_t count) {
+    return syscall(SYS_pread64, descriptor, bytes, count, offset);
+  });
+}
+
 ssize_t write(int descriptor, const void* bytes, size_t size) {
+  if (size > 0 && fails("spoil", descriptor)) {
+    return syscall(SYS_write, descriptor, "", 1);
+  }
   return transfer("write", descriptor, size,
                   [&](size_t count) { return syscall(SYS_write, descriptor, bytes, count); });
 }

@@ -267,6 +267,12 @@ TEST_F(FaultTest, ALogThatCannotBeReadIsNotRecovered) {
 
 TEST_F(FaultTest, ACopyThatCannotBeReadBackIsNotHandedOut) {
   EXPECT_THAT(runWith({"read", ".out.json.", EIO}, {"recover", "run.log", "-o", "out.json"}),
+              FailsWith("out.json: Input/output error; check the file and its place"));
+  expectOldOutput();
+}
+
+TEST_F(FaultTest, ACopyThatIsNotWhatWasWrittenIsNotHandedOut) {
+  EXPECT_THAT(runWith({"spoil", ".out.json.", 0}, {"recover", "run.log", "-o", "out.json"}),
               FailsWith("out.json: does not hold what was written to it; check the disk and try "
                         "again"));
   expectOldOutput();
