@@ -311,6 +311,20 @@ TEST_F(CheckTest, ALongTextThatAllEventsShareIsLookedAtOnce) {
               testing::EndsWith("run.log: 1 warning in 1 chunk, 1 message\n"));
 }
 
+// The length of the first chunk has the first bytes of another format.
+TEST_F(CheckTest, ADamagedLogIsNoOtherFormat) {
+  const std::string chunk = chunkBytes("{" + kHeader + "}");
+  for (const std::size_t length : {0x0A7BU, 0x227BU, 0x207BU, 0x8B1FU}) {
+    const std::string log = framed(chunk + std::string(length - chunk.size(), '\0'));
+    write("run.log", log);
+    ASSERT_THAT(run({"check", "run.log"}), SucceedsQuietly());
+    write("run.log", log.substr(0, 16));
+    const ProgramResult result = run({"check", "run.log"});
+    EXPECT_THAT(result.output, AllOf(HasSubstr("VYN103"), Not(HasSubstr("VYN105")))) << length;
+    EXPECT_EQ(run({"info", "run.log"}).exitStatus, 3) << length;
+  }
+}
+
 TEST_F(CheckTest, AFullDiskIsSaid) {
   write("run.log", smallLog());
   for (const char* format : {"text", "json"}) {
