@@ -311,6 +311,23 @@ TEST_F(CheckTest, ALongTextThatAllEventsShareIsLookedAtOnce) {
               testing::EndsWith("run.log: 1 warning in 1 chunk, 1 message\n"));
 }
 
+// As a builder makes it that writes each text once.
+TEST_F(CheckTest, LongNamesThatEventsShareAreAllLookedAt) {
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < 200; ++i) {
+    names.push_back(std::to_string(1000 + i) + std::string(246, 'n'));
+  }
+  write("run.log", logOfSharedNames(names, 100));
+  EXPECT_THAT(run({"check", "run.log"}).output, Not(HasSubstr("VYN204")));
+}
+
+TEST_F(CheckTest, TheNameOfAPayloadThatEventsShareIsLookedAt) {
+  write("run.log", logOfSharedPayload(100'000, std::string(300, 'n') + "/../x"));
+  const std::string output = run({"check", "run.log"}).output;
+  EXPECT_THAT(output, HasSubstr("warning VYN225: 99,980 more\n"));
+  EXPECT_THAT(output, Not(HasSubstr("VYN204")));
+}
+
 // The length of the first chunk has the first bytes of another format.
 TEST_F(CheckTest, ADamagedLogIsNoOtherFormat) {
   const std::string chunk = chunkBytes("{" + kHeader + "}");
