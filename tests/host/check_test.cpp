@@ -184,14 +184,40 @@ TEST_F(CheckTest, AnEqualHeaderMayBeRepeated) {
   EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 2 chunks, 0 messages\n");
 }
 
-TEST_F(CheckTest, NumbersThatAreAbsentArePassedOver) {
-  write("run.log",
-        logOf({"{" + kHeader +
-               ",messages:[{header:{},appMetrics:{}},"
-               "{header:{sequenceNumber:1,timestamp:5},appMetrics:{startTime:5}},"
-               "{header:{},appMetrics:{stopTime:5}},"
-               "{header:{sequenceNumber:2,timestamp:5},appMetrics:{startTime:5,stopTime:5}}]}"}));
+TEST_F(CheckTest, TimesThatAreAbsentArePassedOver) {
+  write("run.log", logOf({"{" + kHeader +
+                          ",messages:[{header:{},appMetrics:{}},"
+                          "{header:{timestamp:5},appMetrics:{startTime:5}},"
+                          "{header:{},appMetrics:{stopTime:5}},"
+                          "{header:{timestamp:5},appMetrics:{startTime:5,stopTime:5}}]}"}));
   EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 1 chunk, 4 messages\n");
+}
+
+// A message for each of the headers.
+std::string logOfHeaders(const std::vector<std::string>& headers) {
+  std::string messages;
+  for (const std::string& header : headers) {
+    messages += (messages.empty() ? "{header:{" : ",{header:{") + header + "},appMetrics:{}}";
+  }
+  return logOf({"{" + kHeader + ",messages:[" + messages + "]}"});
+}
+
+TEST_F(CheckTest, SequenceNumbersMayBeginAnywhereOrBeAbsent) {
+  const std::string one = "sequenceNumber:1";
+  for (const std::vector<std::string>& headers :
+       {std::vector<std::string>{"", one}, {"", "", one, "sequenceNumber:2"}, {"", "", ""}}) {
+    write("run.log", logOfHeaders(headers));
+    EXPECT_THAT(run({"check", "run.log"}).output, StartsWith("run.log: sound: "));
+  }
+}
+
+TEST_F(CheckTest, BehindANumberAnAbsentOneIsZero) {
+  write("run.log", logOfHeaders({"sequenceNumber:1", "", ""}));
+  EXPECT_THAT(run({"check", "run.log"}).output,
+              AllOf(HasSubstr("VYN233, chunk 1, message 2"),
+                    HasSubstr("the sequence number 0 behind 1; expected 2"),
+                    HasSubstr("VYN235, chunk 1, message 3"),
+                    HasSubstr("the sequence number 0 behind 0; expected 1")));
 }
 
 TEST_F(CheckTest, TimeIsHeldAgainstTheMessageBefore) {
@@ -340,6 +366,14 @@ TEST_F(CheckTest, ADamagedLogIsNoOtherFormat) {
     EXPECT_THAT(result.output, AllOf(HasSubstr("VYN103"), Not(HasSubstr("VYN105")))) << length;
     EXPECT_EQ(run({"info", "run.log"}).exitStatus, 3) << length;
   }
+}
+
+TEST_F(CheckTest, NoNumberFollowsTheLargest) {
+  const std::string largest = "sequenceNumber:18446744073709551615";
+  write("run.log", logOfHeaders({largest, largest, ""}));
+  EXPECT_THAT(run({"check", "run.log"}).output,
+              AllOf(HasSubstr("VYN235"), HasSubstr("VYN233"), HasSubstr("expected none, for no "),
+                    Not(HasSubstr("expected 0"))));
 }
 
 TEST_F(CheckTest, AFullDiskIsSaid) {
