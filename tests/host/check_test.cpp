@@ -382,7 +382,7 @@ TEST_F(CheckTest, AFullDiskIsSaid) {
     const ProgramResult result =
         runInShell("\"$0\" \"$@\" >/dev/full", {"check", "run.log", "--format", format});
     EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_THAT(result.errors, HasSubstr("standard output: "));
+    EXPECT_THAT(result.errors, HasSubstr("standard output: disk full"));
   }
 }
 
