@@ -19,7 +19,7 @@ const char* textOf(Severity severity) { return severity == Severity::kError ? "e
 
 }  // namespace
 
-FindingsJson::FindingsJson(std::ostream& out) : m_out(out), m_stream(out), m_writer(m_stream) {
+FindingsJson::FindingsJson(std::ostream& out) : m_out(out) {
   m_writer.SetIndent(' ', kIndent);
   m_writer.StartObject();
   m_writer.Key("schema_version");
@@ -49,12 +49,19 @@ void FindingsJson::add(const Findings& findings, const std::string& log) {
   }
   m_writer.EndArray();
   m_writer.EndObject();
+  passOn();
 }
 
 void FindingsJson::finish() {
   m_writer.EndArray();
   m_writer.EndObject();
+  passOn();
   m_out << '\n';
+}
+
+void FindingsJson::passOn() {
+  m_out.write(m_text.GetString(), static_cast<std::streamsize>(m_text.GetSize()));
+  m_text.Clear();
 }
 
 void FindingsJson::putText(const char* key, const std::string& text) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <rapidjson/ostreamwrapper.h>
 #include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
 
 #include <ostream>
 #include <string>
@@ -27,11 +27,14 @@ class FindingsJson {
   void putFinding(const profiling::Finding& finding);
   void putCount(profiling::CheckCode code, const profiling::Findings& findings);
 
+  void passOn();
+
+  using Text = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, profiling::ThrowingAllocator>;
+
   std::ostream& m_out;
-  rapidjson::OStreamWrapper m_stream;
-  rapidjson::PrettyWriter<rapidjson::OStreamWrapper, rapidjson::UTF8<>, rapidjson::UTF8<>,
-                          profiling::ThrowingAllocator>
-      m_writer;
+  Text m_text;  // not yet passed on: a writer to the stream would hide why the stream failed
+  rapidjson::PrettyWriter<Text, rapidjson::UTF8<>, rapidjson::UTF8<>, profiling::ThrowingAllocator>
+      m_writer{m_text};
 };
 
 }  // namespace vyn::host

@@ -39,7 +39,7 @@ const std::array<CheckCodeEntry, kCheckCodeCount> kCheckCodes = {{
     {"VYN203", Severity::kWarning, "a few bytes follow the last chunk",
      "wait until the run has ended, or leave them: readers do"},
     {"VYN204", Severity::kWarning, "not all texts of a chunk were looked at",
-     "distrust the log: long texts overlap in it, as no builder makes them"},
+     "take it that flaws of texts may be missed: texts overlap, or very many are shared"},
     {"VYN211", Severity::kWarning, "the method is unknown", kUpdate},
     {"VYN212", Severity::kWarning, "the type of an event is unknown", kUpdate},
     {"VYN213", Severity::kWarning, "the unit of an event is unknown", kUpdate},

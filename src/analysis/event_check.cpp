@@ -1,11 +1,7 @@
 #include "analysis/event_check.h"
 
-#include <algorithm>
-#include <climits>
 #include <cmath>
-#include <cstring>
 #include <string>
-#include <string_view>
 
 #include "analysis/event_sum.h"
 #include "input/enum_texts.h"
@@ -15,21 +11,6 @@ namespace {
 
 std::string textOfNumber(double value) {
   return std::isnan(value) ? "NaN" : value > 0 ? "infinity" : "minus infinity";
-}
-
-bool leadsOut(std::string_view name) {
-  if (name.starts_with('/')) {
-    return true;
-  }
-  constexpr std::string_view kUp = "..";
-  while (!name.empty()) {
-    const std::size_t slash = std::min(name.find('/'), name.size());
-    if (name.substr(0, slash) == kUp) {
-      return true;
-    }
-    name.remove_prefix(std::min(slash + 1, name.size()));
-  }
-  return false;
 }
 
 std::uint64_t countQueueWaits(const flatbuffers::Vector<flatbuffers::Offset<schema::Event>>& events,
@@ -140,9 +121,7 @@ void EventCheck::checkPresent(const schema::Event& event, const void* value, con
 
 void EventCheck::checkPayloadName(const schema::Event& event) {
   const flatbuffers::String& text = *event.secondaryName();
-  // Looked at no further than a path can be long, and up to the first zero byte, as a file's name.
-  const std::size_t limit = std::min<std::size_t>(text.size(), PATH_MAX);
-  if (m_texts.allows(limit) && leadsOut({text.c_str(), strnlen(text.c_str(), limit)})) {
+  if (m_texts.leadsOut(text)) {
     m_site.report(CheckCode::kPayloadOutside, &text, [&] {
       return Evidence{quoted(event.identifier()) + " goes to " + quoted(&text),
                       "a relative name without .."};

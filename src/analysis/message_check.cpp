@@ -1,5 +1,6 @@
 #include "analysis/message_check.h"
 
+#include <cstdint>
 #include <string>
 
 namespace vyn::profiling {
@@ -63,26 +64,31 @@ void MessageCheck::checkTime(const schema::MessageHeader& header) {
   m_lastTime = time;
 }
 
+// An absent number is a 0, which builders leave out. Only a log that has no number yet may be one
+// that is written without any.
 void MessageCheck::checkSequence(const schema::MessageHeader& header) {
-  if (!flatbuffers::IsFieldPresent(&header, schema::MessageHeader::VT_SEQUENCENUMBER)) {
+  const std::uint64_t number = header.sequenceNumber();
+  if (m_lastNumber) {
+    checkSuccessor(number, *m_lastNumber, header);
+  }
+  if (m_lastNumber || number != 0) {
+    m_lastNumber = number;
+  }
+}
+
+void MessageCheck::checkSuccessor(std::uint64_t number, std::uint64_t last,
+                                  const schema::MessageHeader& header) {
+  if (number > last && number - last == 1) {
     return;
   }
-  const std::uint64_t number = header.sequenceNumber();
-  const auto report = [&](CheckCode code) {
-    m_site.report(code, &header, [&] {
-      return Evidence{"the sequence number " + std::to_string(number) + " behind " +
-                          std::to_string(*m_lastNumber),
-                      std::to_string(*m_lastNumber + 1)};
-    });
-  };
-  if (m_lastNumber && number < *m_lastNumber) {
-    report(CheckCode::kSequenceGoesBack);
-  } else if (m_lastNumber && number == *m_lastNumber) {
-    report(CheckCode::kSequenceRepeat);
-  } else if (m_lastNumber && number - *m_lastNumber > 1) {
-    report(CheckCode::kSequenceGap);
-  }
-  m_lastNumber = number;
+  const CheckCode code = number < last    ? CheckCode::kSequenceGoesBack
+                         : number == last ? CheckCode::kSequenceRepeat
+                                          : CheckCode::kSequenceGap;
+  m_site.report(code, &header, [number, last] {
+    return Evidence{
+        "the sequence number " + std::to_string(number) + " behind " + std::to_string(last),
+        last == UINT64_MAX ? "none, for no number is larger" : std::to_string(last + 1)};
+  });
 }
 
 }  // namespace vyn::profiling

@@ -21,11 +21,12 @@ class MessageCheck {
   void checkMetrics(const schema::AppMetrics& metrics);
   void checkTime(const schema::MessageHeader& header);
   void checkSequence(const schema::MessageHeader& header);
+  void checkSuccessor(std::uint64_t number, std::uint64_t last,
+                      const schema::MessageHeader& header);
 
   CheckSite& m_site;
-  // Of the last message that has one: a builder leaves out a 0, and so does one that records none.
-  std::optional<std::uint64_t> m_lastTime;
-  std::optional<std::uint64_t> m_lastNumber;
+  std::optional<std::uint64_t> m_lastTime;    // of the last message that has one
+  std::optional<std::uint64_t> m_lastNumber;  // none before the first that is not 0
 };
 
 }  // namespace vyn::profiling

@@ -1,5 +1,7 @@
 #include "analysis/text_check.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 
 #include "base/utf8.h"
@@ -7,8 +9,7 @@
 namespace vyn::profiling {
 namespace {
 
-// Bytes. To look at a shorter text costs no more than to look up whether it is known: for each
-// table that names it that is a constant.
+// Bytes. To find that a shorter text is plain costs no more than to look up whether it is known.
 constexpr std::size_t kShortText = 64;
 
 // Of a chunk's bytes. A chunk whose texts do not overlap and are not shared needs one.
@@ -34,6 +35,30 @@ bool isPlain(std::string_view text) {
     }
   }
   return true;
+}
+
+// No further than a path can be long, and up to the first zero byte, as the system takes it.
+std::string_view asFileName(std::string_view text) {
+  text = text.substr(0, PATH_MAX);
+  return text.substr(0, text.find('\0'));
+}
+
+bool leadsOutOfFolder(std::string_view name) {
+  constexpr std::string_view kUp = "..";
+  if (name.starts_with('/')) {
+    return true;
+  }
+  if (name.find(kUp) == std::string_view::npos) {
+    return false;  // quickly, as nearly always
+  }
+  while (!name.empty()) {
+    const std::size_t slash = std::min(name.find('/'), name.size());
+    if (name.substr(0, slash) == kUp) {
+      return true;
+    }
+    name.remove_prefix(std::min(slash + 1, name.size()));
+  }
+  return false;
 }
 
 // No more bytes than `size`, and no part of a character at the end.
@@ -67,7 +92,7 @@ void TextCheck::leaveChunk() {
     return;
   }
   m_site.reportChunk(CheckCode::kTextsNotRead, [&] {
-    return Evidence{std::to_string(m_skipped) + " long texts were left out",
+    return Evidence{std::to_string(m_skipped) + " texts were left out",
                     "texts that together are no longer than " + std::to_string(kLooksAtAByte) +
                         " times the chunk"};
   });
@@ -79,16 +104,13 @@ void TextCheck::checkPresent(const flatbuffers::String& text, const char* field)
   if (bytes.size() <= kShortText && isPlain(bytes)) {
     return;
   }
-  const Flaws flaws = bytes.size() <= kShortText ? lookAt(bytes) : flawsOf(text);
-  if (flaws.isNoUtf8 || flaws.hasZeroByte) {
-    report(text, field, flaws);
+  const Traits traits = traitsOf(text);
+  if (traits.isNoUtf8 || traits.hasZeroByte) {
+    report(text, field, traits);
   }
 }
 
 bool TextCheck::allows(std::size_t size) {
-  if (size <= kShortText) {
-    return true;
-  }
   if (size > m_budget) {
     ++m_skipped;
     return false;
@@ -97,36 +119,46 @@ bool TextCheck::allows(std::size_t size) {
   return true;
 }
 
-TextCheck::Flaws TextCheck::lookAt(std::string_view text) {
-  if (isPlain(text)) {
-    return {};
+TextCheck::Traits TextCheck::lookAt(const flatbuffers::String& text) {
+  const std::string_view bytes = text.string_view();
+  const bool leaves = leadsOutOfFolder(asFileName(bytes));
+  if (isPlain(bytes)) {
+    return {false, false, leaves};
   }
-  return {!isUtf8(text), text.find('\0') != std::string_view::npos};
+  return {!isUtf8(bytes), bytes.find('\0') != std::string_view::npos, leaves};
 }
 
-TextCheck::Flaws TextCheck::flawsOf(const flatbuffers::String& text) {
-  // By the place in the chunk, so that what is known does not depend on where memory lies.
-  Known& known = m_known.at(m_site.positionOf(&text) / sizeof(std::uint32_t) % kKnownTexts);
-  if (known.text == &text && known.chunk == m_site.chunkNumber()) {
-    return known.flaws;
+// The slots are by the place in the chunk, so that what is known does not depend on where memory
+// lies. They outlive the chunk, for small chunks would pay for clearing them.
+TextCheck::Known& TextCheck::slotOf(std::uint32_t position) {
+  constexpr std::uint32_t kGoldenRatio = 0x9E3779B9;  // of two to the power of 32
+  constexpr unsigned kPositionBits = 32;
+  return m_known[position * kGoldenRatio >> (kPositionBits - kKnownBits)];
+}
+
+TextCheck::Traits TextCheck::traitsOf(const flatbuffers::String& text) {
+  const auto position = static_cast<std::uint32_t>(m_site.positionOf(&text));
+  Known& known = slotOf(position);
+  if (known.chunk == m_site.chunkNumber() && known.position == position) {
+    return known.traits;
   }
   if (!allows(text.size())) {
     return {};
   }
-  known = {m_site.chunkNumber(), &text, lookAt(text.string_view())};
-  return known.flaws;
+  known = {m_site.chunkNumber(), position, lookAt(text)};
+  return known.traits;
 }
 
-void TextCheck::report(const flatbuffers::String& text, const char* field, const Flaws& flaws) {
+void TextCheck::report(const flatbuffers::String& text, const char* field, const Traits& traits) {
   const auto describe = [&](const char* expected) {
     return [&text, field, expected] {
       return Evidence{std::string(field) + " " + quoted(&text), expected};
     };
   };
-  if (flaws.isNoUtf8) {
+  if (traits.isNoUtf8) {
     m_site.report(CheckCode::kNotUtf8, &text, describe("well-formed UTF-8"));
   }
-  if (flaws.hasZeroByte) {
+  if (traits.hasZeroByte) {
     m_site.report(CheckCode::kZeroByte, &text, describe("a zero byte at the end only"));
   }
 }

@@ -2,11 +2,11 @@
 
 #include <flatbuffers/flatbuffers.h>
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "analysis/check_site.h"
 
@@ -15,8 +15,9 @@ namespace vyn::profiling {
 /// A text of a log for a message: in quotes, and cut when it is long.
 std::string quoted(const flatbuffers::String* text);
 
-/// Looks at the texts of a log. Texts may be shared by thousands of events and may overlap, so
-/// there is a bound on how many bytes are looked at for each chunk; texts beyond it are counted.
+/// Looks at the texts of a log. Texts may be shared by millions of events and may overlap, so what
+/// was found in a text is remembered, and there is a bound on how many bytes are looked at for each
+/// chunk; texts beyond it are counted.
 class TextCheck {
  public:
   explicit TextCheck(CheckSite& site) : m_site(site) {}
@@ -33,30 +34,33 @@ class TextCheck {
     }
   }
 
-  /// True when that many bytes of a text may be looked at; otherwise the text counts as one that
-  /// was not.
-  bool allows(std::size_t size);
+  /// True when the text, as the name of a file, leads out of the folder.
+  bool leadsOut(const flatbuffers::String& text) { return traitsOf(text).leadsOut; }
 
  private:
-  struct Flaws {
+  struct Traits {
     bool isNoUtf8 = false;
     bool hasZeroByte = false;
+    bool leadsOut = false;
   };
-  // A long text that was looked at, by its place.
+  // A text that was looked at, by its place.
   struct Known {
     std::uint64_t chunk = 0;
-    const void* text = nullptr;
-    Flaws flaws;
+    std::uint32_t position = 0;
+    Traits traits;
   };
-  static constexpr std::size_t kKnownTexts = 1024;
+  // 1 MB: enough for the names of any network, which a writer may write once and share.
+  static constexpr std::size_t kKnownBits = 16;
 
   void checkPresent(const flatbuffers::String& text, const char* field);
-  static Flaws lookAt(std::string_view text);
-  Flaws flawsOf(const flatbuffers::String& text);
-  void report(const flatbuffers::String& text, const char* field, const Flaws& flaws);
+  Known& slotOf(std::uint32_t position);
+  bool allows(std::size_t size);
+  static Traits lookAt(const flatbuffers::String& text);
+  Traits traitsOf(const flatbuffers::String& text);
+  void report(const flatbuffers::String& text, const char* field, const Traits& traits);
 
   CheckSite& m_site;
-  std::array<Known, kKnownTexts> m_known{};
+  std::vector<Known> m_known = std::vector<Known>(std::size_t{1} << kKnownBits);
   std::uint64_t m_budget = 0;   // bytes
   std::uint64_t m_skipped = 0;  // texts of the chunk
 };

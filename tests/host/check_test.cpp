@@ -184,14 +184,40 @@ TEST_F(CheckTest, AnEqualHeaderMayBeRepeated) {
   EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 2 chunks, 0 messages\n");
 }
 
-TEST_F(CheckTest, NumbersThatAreAbsentArePassedOver) {
-  write("run.log",
-        logOf({"{" + kHeader +
-               ",messages:[{header:{},appMetrics:{}},"
-               "{header:{sequenceNumber:1,timestamp:5},appMetrics:{startTime:5}},"
-               "{header:{},appMetrics:{stopTime:5}},"
-               "{header:{sequenceNumber:2,timestamp:5},appMetrics:{startTime:5,stopTime:5}}]}"}));
+TEST_F(CheckTest, TimesThatAreAbsentArePassedOver) {
+  write("run.log", logOf({"{" + kHeader +
+                          ",messages:[{header:{},appMetrics:{}},"
+                          "{header:{timestamp:5},appMetrics:{startTime:5}},"
+                          "{header:{},appMetrics:{stopTime:5}},"
+                          "{header:{timestamp:5},appMetrics:{startTime:5,stopTime:5}}]}"}));
   EXPECT_EQ(run({"check", "run.log"}).output, "run.log: sound: 1 chunk, 4 messages\n");
+}
+
+// A message for each of the headers.
+std::string logOfHeaders(const std::vector<std::string>& headers) {
+  std::string messages;
+  for (const std::string& header : headers) {
+    messages += (messages.empty() ? "{header:{" : ",{header:{") + header + "},appMetrics:{}}";
+  }
+  return logOf({"{" + kHeader + ",messages:[" + messages + "]}"});
+}
+
+TEST_F(CheckTest, SequenceNumbersMayBeginAnywhereOrBeAbsent) {
+  const std::string one = "sequenceNumber:1";
+  for (const std::vector<std::string>& headers :
+       {std::vector<std::string>{"", one}, {"", "", one, "sequenceNumber:2"}, {"", "", ""}}) {
+    write("run.log", logOfHeaders(headers));
+    EXPECT_THAT(run({"check", "run.log"}).output, StartsWith("run.log: sound: "));
+  }
+}
+
+TEST_F(CheckTest, BehindANumberAnAbsentOneIsZero) {
+  write("run.log", logOfHeaders({"sequenceNumber:1", "", ""}));
+  EXPECT_THAT(run({"check", "run.log"}).output,
+              AllOf(HasSubstr("VYN233, chunk 1, message 2"),
+                    HasSubstr("the sequence number 0 behind 1; expected 2"),
+                    HasSubstr("VYN235, chunk 1, message 3"),
+                    HasSubstr("the sequence number 0 behind 0; expected 1")));
 }
 
 TEST_F(CheckTest, TimeIsHeldAgainstTheMessageBefore) {
@@ -311,13 +337,52 @@ TEST_F(CheckTest, ALongTextThatAllEventsShareIsLookedAtOnce) {
               testing::EndsWith("run.log: 1 warning in 1 chunk, 1 message\n"));
 }
 
+// As a builder makes it that writes each text once.
+TEST_F(CheckTest, LongNamesThatEventsShareAreAllLookedAt) {
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < 200; ++i) {
+    names.push_back(std::to_string(1000 + i) + std::string(246, 'n'));
+  }
+  write("run.log", logOfSharedNames(names, 100));
+  EXPECT_THAT(run({"check", "run.log"}).output, Not(HasSubstr("VYN204")));
+}
+
+TEST_F(CheckTest, TheNameOfAPayloadThatEventsShareIsLookedAt) {
+  write("run.log", logOfSharedPayload(100'000, std::string(300, 'n') + "/../x"));
+  const std::string output = run({"check", "run.log"}).output;
+  EXPECT_THAT(output, HasSubstr("warning VYN225: 99,980 more\n"));
+  EXPECT_THAT(output, Not(HasSubstr("VYN204")));
+}
+
+// The length of the first chunk has the first bytes of another format.
+TEST_F(CheckTest, ADamagedLogIsNoOtherFormat) {
+  const std::string chunk = chunkBytes("{" + kHeader + "}");
+  for (const std::size_t length : {0x0A7BU, 0x227BU, 0x207BU, 0x8B1FU}) {
+    const std::string log = framed(chunk + std::string(length - chunk.size(), '\0'));
+    write("run.log", log);
+    ASSERT_THAT(run({"check", "run.log"}), SucceedsQuietly());
+    write("run.log", log.substr(0, 16));
+    const ProgramResult result = run({"check", "run.log"});
+    EXPECT_THAT(result.output, AllOf(HasSubstr("VYN103"), Not(HasSubstr("VYN105")))) << length;
+    EXPECT_EQ(run({"info", "run.log"}).exitStatus, 3) << length;
+  }
+}
+
+TEST_F(CheckTest, NoNumberFollowsTheLargest) {
+  const std::string largest = "sequenceNumber:18446744073709551615";
+  write("run.log", logOfHeaders({largest, largest, ""}));
+  EXPECT_THAT(run({"check", "run.log"}).output,
+              AllOf(HasSubstr("VYN235"), HasSubstr("VYN233"), HasSubstr("expected none, for no "),
+                    Not(HasSubstr("expected 0"))));
+}
+
 TEST_F(CheckTest, AFullDiskIsSaid) {
   write("run.log", smallLog());
   for (const char* format : {"text", "json"}) {
     const ProgramResult result =
         runInShell("\"$0\" \"$@\" >/dev/full", {"check", "run.log", "--format", format});
     EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_THAT(result.errors, HasSubstr("standard output: "));
+    EXPECT_THAT(result.errors, HasSubstr("standard output: disk full"));
   }
 }
 
