@@ -12,7 +12,7 @@
 namespace vyn::host {
 namespace {
 
-using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
+using Writer = FactsDocument::Writer;
 using profiling::NumberCounts;
 
 constexpr int kSchemaVersion = 1;
@@ -164,7 +164,7 @@ void addEvents(Writer& out, const profiling::EventFacts& events) {
   addNumber(out, "count", events.count);
   addNumber(out, "greatest_depth", events.greatestDepth);
   addNumber(out, "identifiers", events.identifiers);
-  addFlag(out, "has_more_identifiers", events.hasMoreIdentifiers);
+  addFlag(out, "has_more_identifiers", events.mayHaveMoreIdentifiers);
   addCounts(out, "by_type", events.types, profiling::schema::EnumNameEventType);
   addCounts(out, "by_unit", events.units, profiling::schema::EnumNameEventUnit);
   addCounts(out, "by_value_type", events.valueTypes, profiling::schema::EnumNameEventValueType);
@@ -220,11 +220,12 @@ void addBytes(Writer& out, const profiling::ByteFacts& bytes) {
   out.EndObject();
 }
 
-void addDamage(Writer& out, const profiling::WalkResult& walk) {
-  if (walk.end == profiling::WalkEnd::kEndOfLog) {
+void addDamage(Writer& out, const profiling::LogFacts& facts) {
+  if (!facts.isDamaged()) {
     addNone(out, "damage");
     return;
   }
+  const profiling::WalkResult& walk = facts.walk;
   startObject(out, "damage");
   addText(out, "reason", profiling::whyDamaged(walk.end, walk.last));
   addNumber(out, "chunk_number", walk.last.index + 1);
@@ -259,7 +260,7 @@ void FactsDocument::add(const std::string& logName, const profiling::LogFacts& f
   addTimeStamps(m_writer, facts.timeStamps);
   addSequence(m_writer, facts.sequence);
   addBytes(m_writer, facts.bytes);
-  addDamage(m_writer, facts.walk);
+  addDamage(m_writer, facts);
   m_writer.EndObject();
   passOn();
 }
