@@ -164,7 +164,7 @@ void addEvents(Writer& out, const profiling::EventFacts& events) {
   addNumber(out, "count", events.count);
   addNumber(out, "greatest_depth", events.greatestDepth);
   addNumber(out, "identifiers", events.identifiers);
-  addFlag(out, "has_more_identifiers", events.hasMoreIdentifiers);
+  addFlag(out, "has_more_identifiers", events.mayHaveMoreIdentifiers);
   addCounts(out, "by_type", events.types, profiling::schema::EnumNameEventType);
   addCounts(out, "by_unit", events.units, profiling::schema::EnumNameEventUnit);
   addCounts(out, "by_value_type", events.valueTypes, profiling::schema::EnumNameEventValueType);

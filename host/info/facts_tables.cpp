@@ -25,7 +25,7 @@ std::string othersOf(std::size_t hiddenRows, bool hasMore) {
   if (hiddenRows == 0) {
     return "(others)";
   }
-  return (hasMore ? "(more than " : "(") + groupedCount(hiddenRows, "other") + ")";
+  return (hasMore ? "(at least " : "(") + groupedCount(hiddenRows, "other") + ")";
 }
 
 // One row for each number, by the text that `textOf` has for it.

@@ -85,7 +85,7 @@ void printOverview(const LogFacts& facts, std::ostream& out) {
   list.add("events", facts.events.count == 0 ? "0"
                                              : grouped(facts.events.count) + ", at most " +
                                                    grouped(facts.events.greatestDepth) + " deep");
-  list.add("identifiers", (facts.events.hasMoreIdentifiers ? "more than " : "") +
+  list.add("identifiers", (facts.events.mayHaveMoreIdentifiers ? "at least " : "") +
                               grouped(facts.events.identifiers) + " different");
   list.add("payloads", facts.payloads.count == 0 ? "0"
                                                  : grouped(facts.payloads.count) + ", together " +

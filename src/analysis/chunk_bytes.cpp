@@ -7,27 +7,33 @@ namespace vyn::profiling {
 using flatbuffers::uoffset_t;
 using flatbuffers::voffset_t;
 
-namespace {
-
-// What one bit stands for, as the power of two of its bytes. Most of what a writer makes starts at
-// a multiple of four bytes.
-constexpr unsigned kByte = 0;
-constexpr unsigned kCoarseUnit = 2;
-
-}  // namespace
+// How many units there are whose byte that stands for them is in front of the position. Which byte
+// of a unit that is varies from one to the next, for tables of equal sizes come at equal distances:
+// if it were always the first, it might always be one of the same field.
+inline std::size_t ChunkBytes::unitsBefore(std::size_t position) const {
+  if (m_unit == 0) {
+    return position;
+  }
+  constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;  // of 2^64
+  const std::size_t unit = position >> m_unit;
+  const std::uint64_t chosen = unit * kGoldenRatio >> (64U - m_unit);
+  return unit + (chosen < position - (unit << m_unit) ? 1 : 0);
+}
 
 // Inline, for nothing is called as often.
 inline void ChunkBytes::claimRange(const std::uint8_t* start, std::size_t size,
                                    std::uint64_t& use) {
   const auto first = static_cast<std::size_t>(start - m_chunk.data());
-  const std::size_t roundUp = (std::size_t{1} << m_unit) - 1;
-  const std::size_t end = std::min((first + size + roundUp) >> m_unit, m_units);
-  use += m_claimed.set(first >> m_unit, end) << m_unit;
+  const std::size_t end = std::min(unitsBefore(first + size), m_units);
+  use += m_claimed.set(unitsBefore(first), end) << m_unit;
 }
 
 void ChunkBytes::startChunk(std::span<const std::uint8_t> chunk) {
   m_chunk = chunk;
-  m_unit = chunk.size() > m_maxExactChunk ? kCoarseUnit : kByte;
+  m_unit = 0;
+  while (chunk.size() >> m_unit > m_maxBits) {
+    ++m_unit;
+  }
   m_units = chunk.size() >> m_unit;
   m_claimed.reset(m_units);
   m_recentVtables.fill(nullptr);

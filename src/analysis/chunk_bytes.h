@@ -13,14 +13,13 @@
 namespace vyn::profiling {
 
 /// Sorts the bytes of chunks by what they are for. Each byte is counted once, for what claims it
-/// first. To know which are counted takes a bit for each byte of a chunk; in a chunk of more than
-/// `maxExactChunk` bytes one for each four bytes, and what claims one of these has them all.
+/// first. To know which are counted takes a bit for each byte of a chunk; in a chunk of more bytes
+/// than `maxBits` one for each 2, 4, 8 or more: one byte among them stands for them all.
 class ChunkBytes {
  public:
-  static constexpr std::size_t kMaxExactChunk = std::size_t{32} * 1024 * 1024;
+  static constexpr std::size_t kMaxBits = std::size_t{32} * 1024 * 1024;
 
-  explicit ChunkBytes(std::size_t maxExactChunk = kMaxExactChunk)
-      : m_maxExactChunk(maxExactChunk) {}
+  explicit ChunkBytes(std::size_t maxBits = kMaxBits) : m_maxBits(maxBits) {}
 
   /// To be called before what the chunk holds is claimed. All that is claimed must lie in it.
   void startChunk(std::span<const std::uint8_t> chunk);
@@ -39,8 +38,9 @@ class ChunkBytes {
   void claimList(const flatbuffers::Vector<Element>* list, std::uint64_t& use);
   void claimText(const flatbuffers::String* text);
   void claimRange(const std::uint8_t* start, std::size_t size, std::uint64_t& use);
+  std::size_t unitsBefore(std::size_t position) const;
 
-  std::size_t m_maxExactChunk;
+  std::size_t m_maxBits;
   std::span<const std::uint8_t> m_chunk;
   unsigned m_unit = 0;      // one bit stands for two to the power of that many bytes
   std::size_t m_units = 0;  // in the chunk

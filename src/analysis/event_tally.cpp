@@ -14,8 +14,15 @@ bool isPayload(const schema::Event& event, schema::EventUnit unit) {
 
 }  // namespace
 
-void EventTally::add(const schema::Event& event, std::uint32_t depth,
-                     TextFingerprints& fingerprints) {
+inline void EventTally::addIdentifier(const std::optional<std::uint64_t>& identity) {
+  if (identity) {
+    m_identifiers.add(*identity);
+  } else {
+    m_identifiers.addUnknown();
+  }
+}
+
+void EventTally::add(const schema::Event& event, std::uint32_t depth, TextIdentities& identities) {
   const schema::EventUnit unit = event.unit();
   ++m_count;
   m_greatestDepth = std::max(m_greatestDepth, depth);
@@ -23,7 +30,7 @@ void EventTally::add(const schema::Event& event, std::uint32_t depth,
   m_units.add(static_cast<std::uint32_t>(unit));
   m_valueTypes.add(static_cast<std::uint32_t>(event.valueType()));
   if (const flatbuffers::String* identifier = event.identifier()) {
-    m_identifiers.add(identifier->string_view(), fingerprints);
+    addIdentifier(identities.of(*identifier));
   }
   if (isPayload(event, unit)) {
     ++m_payloads.count;
@@ -38,7 +45,7 @@ EventFacts EventTally::events() const {
           .units = m_units.counts(),
           .valueTypes = m_valueTypes.counts(),
           .identifiers = m_identifiers.count(),
-          .hasMoreIdentifiers = m_identifiers.hasMore()};
+          .mayHaveMoreIdentifiers = m_identifiers.mayHaveMore()};
 }
 
 }  // namespace vyn::profiling

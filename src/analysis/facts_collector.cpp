@@ -26,13 +26,13 @@ std::uint64_t readOfLast(const WalkResult& walk) {
 }  // namespace
 
 void FactsCollector::chunk(const Chunk& chunk, const ChunkPlace& /*place*/) {
-  m_fingerprints.startChunk(chunk.bytes());
+  m_identities.startChunk(chunk.bytes());
   m_chunkSizes.add(chunk.size);
   m_bytes.startChunk(chunk.bytes());
 }
 
 void FactsCollector::header(const schema::LogHeader& header) {
-  m_headers.add(header, m_fingerprints);
+  m_headers.add(header);
   m_bytes.claim(header);
 }
 
@@ -41,7 +41,7 @@ void FactsCollector::message(const schema::Message& message) {
   m_methods.add(static_cast<std::int8_t>(message.method()));
   m_visibilityLevels.add(message.visibilityLevel());
   if (const flatbuffers::String* graph = message.graphName()) {
-    m_graphs.add(graph->string_view(), m_fingerprints, isExecution(message));
+    m_graphs.add(*graph, m_identities, isExecution(message));
   } else {
     ++m_withoutGraph;
   }
@@ -57,7 +57,7 @@ void FactsCollector::addEvents(const Events* events, std::uint32_t depth) {
     return;
   }
   for (const schema::Event* event : *events) {
-    m_events.add(*event, depth, m_fingerprints);
+    m_events.add(*event, depth, m_identities);
     m_bytes.claim(*event);
     addEvents(event->subEvents(), depth + 1);
   }

@@ -11,14 +11,13 @@
 #include "analysis/log_facts.h"
 #include "analysis/number_course.h"
 #include "analysis/number_tally.h"
+#include "analysis/text_identities.h"
 #include "input/log_walk.h"
-#include "input/text_fingerprints.h"
 
 namespace vyn::profiling {
 
 /// Collects the facts of one log. Its time is in proportion to the log's bytes and to the events
-/// that it names; its memory does not grow with the log, but for a bit for each byte of the largest
-/// chunk (see ChunkBytes).
+/// that it names; its memory has a bound, whatever the log holds.
 class FactsCollector : public MessageSink {
  public:
   void chunk(const Chunk& chunk, const ChunkPlace& place) override;
@@ -34,7 +33,7 @@ class FactsCollector : public MessageSink {
 
   void addEvents(const Events* events, std::uint32_t depth);
 
-  TextFingerprints m_fingerprints;
+  TextIdentities m_identities;
   ChunkSizes m_chunkSizes;
   HeaderCollector m_headers;
   std::uint64_t m_messages = 0;

@@ -1,41 +1,38 @@
 #include "analysis/graph_tally.h"
 
 #include <algorithm>
+#include <optional>
 #include <tuple>
 
 #include "analysis/kept_text.h"
 
 namespace vyn::profiling {
-namespace {
 
-// The graph that `index` has for the key, or else a new one. None when there are too many.
-template <typename Index, typename Key>
-GraphFacts* findOrAdd(std::vector<GraphFacts>& graphs, Index& index, const Key& key,
-                      std::string_view name) {
-  if (const auto found = index.find(key); found != index.end()) {
-    return &graphs[found->second];
-  }
-  if (graphs.size() == GraphTally::kMaxGraphs) {
-    return nullptr;
-  }
-  index.emplace(key, graphs.size());
-  return &graphs.emplace_back(GraphFacts{.name = keepText(name)});
-}
-
-}  // namespace
-
-void GraphTally::add(std::string_view name, TextFingerprints& fingerprints, bool isExecution) {
-  GraphFacts& graph = graphOf(name, fingerprints);
+void GraphTally::add(const flatbuffers::String& name, TextIdentities& identities,
+                     bool isExecution) {
+  GraphFacts& graph = graphOf(name, identities);
   ++graph.messages;
   graph.executions += isExecution ? 1 : 0;
 }
 
-GraphFacts& GraphTally::graphOf(std::string_view name, TextFingerprints& fingerprints) {
-  GraphFacts* const graph =
-      name.size() <= kMaxKeptText
-          ? findOrAdd(m_graphs, m_shortNames, name, name)
-          : findOrAdd(m_graphs, m_longNames, fingerprints.ofChunkText(name), name);
-  return graph != nullptr ? *graph : m_others;
+GraphFacts& GraphTally::graphOf(const flatbuffers::String& name, TextIdentities& identities) {
+  const std::optional<std::uint64_t> identity = identities.of(name);
+  if (!identity) {
+    return m_others;
+  }
+  if (m_recent < m_graphs.size() && *identity == m_recentIdentity) {
+    return m_graphs[m_recent];
+  }
+  if (const auto found = m_indices.find(*identity); found != m_indices.end()) {
+    m_recentIdentity = *identity;
+    m_recent = found->second;
+    return m_graphs[m_recent];
+  }
+  if (m_graphs.size() == kMaxGraphs) {
+    return m_others;
+  }
+  m_indices.emplace(*identity, m_graphs.size());
+  return m_graphs.emplace_back(GraphFacts{.name = keepText(name.string_view())});
 }
 
 void GraphTally::report(MessageFacts& facts) const {

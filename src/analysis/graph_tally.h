@@ -1,38 +1,37 @@
 #pragma once
 
+#include <flatbuffers/flatbuffers.h>
+
 #include <cstddef>
-#include <functional>
-#include <string>
-#include <string_view>
+#include <cstdint>
 #include <unordered_map>
 #include <vector>
 
 #include "analysis/log_facts.h"
-#include "base/text_hash.h"
-#include "input/text_fingerprints.h"
+#include "analysis/text_identities.h"
 
 namespace vyn::profiling {
 
-/// Counts the messages of each graph. Those of graphs beyond the first kMaxGraphs are counted
-/// together.
+/// Counts the messages of each graph. Those of graphs beyond the first kMaxGraphs, and of names
+/// that were not looked at, are counted together.
 class GraphTally {
  public:
   static constexpr std::size_t kMaxGraphs = 1000;
 
-  /// `name` belongs to the chunk that `fingerprints` knows.
-  void add(std::string_view name, TextFingerprints& fingerprints, bool isExecution);
+  /// `name` belongs to the chunk that `identities` knows.
+  void add(const flatbuffers::String& name, TextIdentities& identities, bool isExecution);
 
   /// Fills in the graphs.
   void report(MessageFacts& facts) const;
 
  private:
-  GraphFacts& graphOf(std::string_view name, TextFingerprints& fingerprints);
+  GraphFacts& graphOf(const flatbuffers::String& name, TextIdentities& identities);
 
   std::vector<GraphFacts> m_graphs;
   GraphFacts m_others;
-  // Names that are kept whole are known by themselves, others by their fingerprints.
-  std::unordered_map<std::string, std::size_t, TextHash, std::equal_to<>> m_shortNames;
-  std::unordered_map<TextFingerprint, std::size_t, TextFingerprintHash> m_longNames;
+  std::unordered_map<std::uint64_t, std::size_t> m_indices;  // of the graphs, by their identities
+  std::uint64_t m_recentIdentity = 0;
+  std::size_t m_recent = SIZE_MAX;  // the graph that counted last: often the next, too
 };
 
 }  // namespace vyn::profiling

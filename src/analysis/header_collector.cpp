@@ -29,8 +29,8 @@ HeaderFacts factsOf(const schema::LogHeader& header) {
 
 }  // namespace
 
-void HeaderCollector::add(const schema::LogHeader& header, TextFingerprints& fingerprints) {
-  const Identity identity = identityOf(header, fingerprints);
+void HeaderCollector::add(const schema::LogHeader& header) {
+  const Identity identity = identityOf(header);
   if (++m_count == 1) {
     m_first = factsOf(header);
     m_identity = identity;
@@ -39,17 +39,15 @@ void HeaderCollector::add(const schema::LogHeader& header, TextFingerprints& fin
   }
 }
 
-HeaderCollector::Identity HeaderCollector::identityOf(const schema::LogHeader& header,
-                                                      TextFingerprints& fingerprints) {
-  const auto fingerprint = [&](const flatbuffers::String* text) {
-    return text != nullptr ? std::optional(fingerprints.ofChunkText(text->string_view()))
+HeaderCollector::Identity HeaderCollector::identityOf(const schema::LogHeader& header) const {
+  const auto hash = [&](const flatbuffers::String* text) {
+    return text != nullptr ? std::optional(std::uint64_t{m_hash(text->string_view())})
                            : std::nullopt;
   };
-  Identity identity{
-      .numbers = {std::bit_cast<std::uint32_t>(header.timeScale()), header.epochTime(),
-                  header.timestamp()},
-      .version = std::nullopt,
-      .texts = {fingerprint(header.netRunVersion()), fingerprint(header.backendVersion())}};
+  Identity identity{.numbers = {std::bit_cast<std::uint32_t>(header.timeScale()),
+                                header.epochTime(), header.timestamp()},
+                    .version = std::nullopt,
+                    .texts = {hash(header.netRunVersion()), hash(header.backendVersion())}};
   if (const schema::Version* version = header.version()) {
     identity.version = {version->major(), version->minor(), version->teeny(),
                         version->versionFlag()};

@@ -71,7 +71,7 @@ struct MessageFacts {
   NumberCounts methods;
   NumberCounts visibilityLevels;
   std::vector<GraphFacts> graphs;  ///< by messages, the most first, then by name
-  GraphFacts otherGraphs;          ///< all beyond the most that are told apart, without a name
+  GraphFacts otherGraphs;          ///< all that are not told apart, without a name
 };
 
 struct EventFacts {
@@ -80,8 +80,8 @@ struct EventFacts {
   NumberCounts types;
   NumberCounts units;
   NumberCounts valueTypes;
-  std::uint64_t identifiers = 0;  ///< how many different ones
-  bool hasMoreIdentifiers = false;
+  std::uint64_t identifiers = 0;  ///< how many different ones are known
+  bool mayHaveMoreIdentifiers = false;
 };
 
 /// Events of unit OBJECT that carry raw data.
@@ -121,7 +121,7 @@ struct ByteFacts {
   std::uint64_t rawData = 0;       ///< with its lengths
   std::uint64_t unused = 0;        ///< padding, and what nothing names
   std::uint64_t chunkLengths = 0;  ///< in front of the chunks
-  std::uint64_t refused = 0;       ///< from the damage on
+  std::uint64_t refused = 0;       ///< from the damage on, or behind the last chunk
 
   std::uint64_t sum() const {
     return events + otherTables + texts + lists + rawData + unused + chunkLengths + refused;
@@ -141,6 +141,14 @@ struct LogFacts {
   std::optional<TimeStampFacts> timeStamps;  ///< none without a message
   std::optional<SequenceFacts> sequence;     ///< none without a message
   ByteFacts bytes;
+
+  /// 1 to 3 bytes behind whole chunks. They are too few for a length, so that nothing is lost.
+  bool hasBytesBehind() const {
+    return walk.end == WalkEnd::kPartialLength && walk.soundChunks > 0;
+  }
+
+  /// Whether the log ends with something that is no sound chunk.
+  bool isDamaged() const { return walk.end != WalkEnd::kEndOfLog && !hasBytesBehind(); }
 };
 
 }  // namespace vyn::profiling

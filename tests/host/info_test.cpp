@@ -202,10 +202,10 @@ TEST_F(InfoTest, LongTablesAreCut) {
   messages.push_back(execute("g77"));
   messages.push_back(execute("g999"));
   const std::string output = told(logWith(messages));
-  EXPECT_THAT(output, HasSubstr("\n  g77                         2   0.2 %           1\n"
-                                "  g999                        2   0.2 %           1\n"
-                                "  g0                          1   0.1 %           0\n"));
-  EXPECT_THAT(output, HasLine("  (more than 960 others)    962  95.8 %           0"));
+  EXPECT_THAT(output, HasSubstr("\n  g77                        2   0.2 %           1\n"
+                                "  g999                       2   0.2 %           1\n"
+                                "  g0                         1   0.1 %           0\n"));
+  EXPECT_THAT(output, HasLine("  (at least 960 others)    962  95.8 %           0"));
   EXPECT_THAT(output, HasLine("  (3 others)             48  4.8 %"));
   EXPECT_THAT(told(logWith(std::vector<Message>(messages.begin(), messages.begin() + 41))),
               AllOf(HasSubstr("\n  (1 other)  "), Not(HasSubstr("others"))));

@@ -74,6 +74,26 @@ std::string logOfUnlistedEvent(std::size_t count, std::size_t length) {
   return logOfEvent(builder, belowTwo(builder, parent, std::vector<Event>(count, event)), 1);
 }
 
+std::string logOfSharedNames(const std::vector<std::string>& names, std::size_t executions) {
+  Builder builder;
+  std::vector<Text> identifiers;
+  identifiers.reserve(names.size());
+  for (const std::string& name : names) {
+    identifiers.push_back(builder.CreateString(name));
+  }
+  const Text graphName = builder.CreateString("net");
+  std::vector<Message> messages;
+  for (std::size_t i = 0; i < executions; ++i) {
+    std::vector<Event> events;
+    events.reserve(names.size());
+    for (const Text identifier : identifiers) {
+      events.push_back(eventOf(builder, identifier));
+    }
+    messages.push_back(execution(builder, graphName, events));
+  }
+  return logOfMessages(builder, messages);
+}
+
 std::string logOfSharedTree(std::size_t depth) {
   Builder builder;
   const Text identifier = builder.CreateString("i");

@@ -16,6 +16,10 @@ std::string logOfSharedEvent(std::size_t count, std::size_t length, char byte = 
 /// The same, but below two other events, where none is listed.
 std::string logOfUnlistedEvent(std::size_t count, std::size_t length);
 
+/// Executions with a node for each of the names. A node has an event of its own in each execution,
+/// but all of these share its name.
+std::string logOfSharedNames(const std::vector<std::string>& names, std::size_t executions);
+
 /// One execution with a tree of two to the power of `depth + 1`, less one, short events.
 std::string logOfSharedTree(std::size_t depth);
 

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <string>
 #include <utility>
 #include <vector>
@@ -102,7 +103,8 @@ TEST(FactsCollector, TextsThatOverlapAreNotLookedAtEachTime) {
   const std::string log = test::logOfOverlappingGraphNames(16'000);
   const LogFacts facts = factsOf(log);
   ASSERT_EQ(facts.messages.graphs.size(), 1U);
-  EXPECT_EQ(facts.messages.graphs[0].messages, 16'000U);
+  EXPECT_GE(facts.messages.graphs[0].messages, TextIdentities::kLooksAtAByte);
+  EXPECT_EQ(facts.messages.graphs[0].messages + facts.messages.otherGraphs.messages, 16'000U);
   EXPECT_EQ(facts.messages.graphs[0].name.size, 16'000U * 1024U);
   EXPECT_EQ(facts.bytes.sum(), log.size());
 }
@@ -117,6 +119,34 @@ TEST(FactsCollector, LongSharedIdentifiersAreNotHashedEachTime) {
   const LogFacts facts = factsOf(test::logOfSharedEvent(500'000, 5'000'000));
   EXPECT_EQ(facts.events.count, 500'000U);
   EXPECT_EQ(facts.events.identifiers, 1U);
+}
+
+// Seconds of processor time.
+double timeFor(const std::string& log) {
+  const std::clock_t start = std::clock();
+  factsOf(log);
+  return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+TEST(FactsCollector, ALongSharedNameCostsLittleMoreThanAShortOne) {
+  constexpr std::size_t kEvents = 3'000'000;
+  constexpr double kMostTimes = 4;
+  constexpr double kStart = 0.1;  // seconds
+  EXPECT_LT(timeFor(test::logOfSharedEvent(kEvents, 300)),
+            kMostTimes * timeFor(test::logOfSharedEvent(kEvents, 20)) + kStart);
+}
+
+// As a builder makes it that writes each text once: none of these may be taken for unknown.
+TEST(FactsCollector, LongNamesThatEventsShareAreAllTold) {
+  std::vector<std::string> names;
+  names.reserve(1000);
+  for (std::size_t i = 0; i < 1000; ++i) {
+    names.push_back(std::to_string(1000 + i) + std::string(596, 'n'));
+  }
+  const LogFacts facts = factsOf(test::logOfSharedNames(names, 100));
+  EXPECT_EQ(facts.events.count, 100'000U);
+  EXPECT_EQ(facts.events.identifiers, 1000U);
+  EXPECT_FALSE(facts.events.mayHaveMoreIdentifiers);
 }
 
 TEST(FactsCollector, LongGraphNamesWithOneBeginningAreDifferentGraphs) {
@@ -315,19 +345,26 @@ TEST(ChunkSizes, ThatAreTooManyAreRounded) {
 
 TEST(DistinctTexts, CountsUpToABound) {
   DistinctTexts texts;
-  TextFingerprints fingerprints;
   const auto addUpTo = [&](std::size_t end) {
-    for (std::size_t i = 0; i < end; ++i) {
-      texts.add(std::to_string(i), fingerprints);
+    for (std::uint64_t i = 1; i <= end; ++i) {
+      texts.add(i);
     }
   };
   addUpTo(100'000);
   addUpTo(100'000);
   EXPECT_EQ(texts.count(), 100'000U);
-  EXPECT_FALSE(texts.hasMore());
+  EXPECT_FALSE(texts.mayHaveMore());
   addUpTo(100'001);
   EXPECT_EQ(texts.count(), 100'000U);
-  EXPECT_TRUE(texts.hasMore());
+  EXPECT_TRUE(texts.mayHaveMore());
+}
+
+TEST(DistinctTexts, AnUnknownTextMayBeOneMore) {
+  DistinctTexts texts;
+  texts.add(7);
+  texts.addUnknown();
+  EXPECT_EQ(texts.count(), 1U);
+  EXPECT_TRUE(texts.mayHaveMore());
 }
 
 TEST(ChunkBytes, OfANextChunkInTheSameMemoryAreCountedLikeThoseOfAny) {
@@ -341,18 +378,39 @@ TEST(ChunkBytes, OfANextChunkInTheSameMemoryAreCountedLikeThoseOfAny) {
   EXPECT_EQ(bytes.facts().otherTables, 2 * once);
 }
 
-TEST(ChunkBytes, OfALargeChunkAreCountedInFours) {
-  const std::string log = logOf({R"({messages: [{header: {}, appMetrics: {}, graphName: "n",
-                                                 profilingEvents: [{}]}]})"});
+ByteFacts bytesOf(const std::string& log, std::size_t maxBits) {
   const std::span<const std::uint8_t> chunk = {
       reinterpret_cast<const std::uint8_t*>(log.data()) + 4, log.size() - 4};
-  const auto textsIn = [&chunk](ChunkBytes bytes) {
-    bytes.startChunk(chunk);
-    bytes.claim(*schema::GetProfileLog(chunk.data())->messages()->Get(0));
-    return bytes.facts().texts;
-  };
-  EXPECT_EQ(textsIn(ChunkBytes(chunk.size())), 4U + 2U);
-  EXPECT_EQ(textsIn(ChunkBytes(chunk.size() - 1)), 4U + 4U);
+  ChunkBytes bytes(maxBits);
+  bytes.startChunk(chunk);
+  for (const schema::Message* message : *schema::GetProfileLog(chunk.data())->messages()) {
+    bytes.claim(*message);
+    for (const schema::Event* event : *message->profilingEvents()) {
+      bytes.claim(*event);
+    }
+  }
+  return bytes.facts();
+}
+
+// Each event takes as many bytes as the one before: samples at equal distances would go wrong.
+TEST(ChunkBytes, OfALargeChunkAreEstimatedBySomeOfThem) {
+  std::vector<test::Event> events;
+  for (int i = 0; i < 20'000; ++i) {
+    events.push_back({.identifier = std::to_string(10'000 + i)});
+  }
+  const std::string log = logWith({{.events = events}});
+  const ByteFacts exact = bytesOf(log, log.size());
+  for (const unsigned unit : {2U, 4U, 8U, 16U, 32U}) {
+    const ByteFacts facts = bytesOf(log, log.size() / unit);
+    EXPECT_EQ(facts.sum(), exact.sum());
+    constexpr double kError = 0.05;
+    const auto isNear = [](std::uint64_t wanted) {
+      return testing::DoubleNear(static_cast<double>(wanted), kError * static_cast<double>(wanted));
+    };
+    EXPECT_THAT(static_cast<double>(facts.events), isNear(exact.events)) << unit;
+    EXPECT_THAT(static_cast<double>(facts.texts), isNear(exact.texts)) << unit;
+    EXPECT_THAT(static_cast<double>(facts.lists), isNear(exact.lists)) << unit;
+  }
 }
 
 }  // namespace

@@ -20,8 +20,8 @@ TEST(FactsText, MoreIdentifiersThanAreCountedAreSaid) {
   profiling::LogFacts facts;
   facts.events.identifiers = 100'000;
   EXPECT_THAT(textOf(facts), HasSubstr("\n  identifiers       100,000 different\n"));
-  facts.events.hasMoreIdentifiers = true;
-  EXPECT_THAT(textOf(facts), HasSubstr("\n  identifiers       more than 100,000 different\n"));
+  facts.events.mayHaveMoreIdentifiers = true;
+  EXPECT_THAT(textOf(facts), HasSubstr("\n  identifiers       at least 100,000 different\n"));
 }
 
 TEST(FactsText, AMedianThatIsRoundedIsARange) {
