@@ -12,7 +12,7 @@
 namespace vyn::host {
 namespace {
 
-using Writer = rapidjson::PrettyWriter<rapidjson::StringBuffer>;
+using Writer = FactsDocument::Writer;
 using profiling::NumberCounts;
 
 constexpr int kSchemaVersion = 1;
@@ -220,11 +220,12 @@ void addBytes(Writer& out, const profiling::ByteFacts& bytes) {
   out.EndObject();
 }
 
-void addDamage(Writer& out, const profiling::WalkResult& walk) {
-  if (walk.end == profiling::WalkEnd::kEndOfLog) {
+void addDamage(Writer& out, const profiling::LogFacts& facts) {
+  if (!facts.isDamaged()) {
     addNone(out, "damage");
     return;
   }
+  const profiling::WalkResult& walk = facts.walk;
   startObject(out, "damage");
   addText(out, "reason", profiling::whyDamaged(walk.end, walk.last));
   addNumber(out, "chunk_number", walk.last.index + 1);
@@ -259,7 +260,7 @@ void FactsDocument::add(const std::string& logName, const profiling::LogFacts& f
   addTimeStamps(m_writer, facts.timeStamps);
   addSequence(m_writer, facts.sequence);
   addBytes(m_writer, facts.bytes);
-  addDamage(m_writer, facts.walk);
+  addDamage(m_writer, facts);
   m_writer.EndObject();
   passOn();
 }

@@ -7,12 +7,17 @@
 #include <string>
 
 #include "analysis/log_facts.h"
+#include "json/throwing_allocator.h"
 
 namespace vyn::host {
 
 /// Writes the facts of logs for programs: one JSON document, whose form is docs/info.schema.json.
 class FactsDocument {
  public:
+  using Text = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, profiling::ThrowingAllocator>;
+  using Writer = rapidjson::PrettyWriter<Text, rapidjson::UTF8<>, rapidjson::UTF8<>,
+                                         profiling::ThrowingAllocator>;
+
   /// The stream must outlive the document.
   explicit FactsDocument(std::ostream& out);
 
@@ -25,8 +30,8 @@ class FactsDocument {
   void passOn();
 
   std::ostream& m_out;
-  rapidjson::StringBuffer m_text;
-  rapidjson::PrettyWriter<rapidjson::StringBuffer> m_writer{m_text};
+  Text m_text;
+  Writer m_writer{m_text};
 };
 
 }  // namespace vyn::host

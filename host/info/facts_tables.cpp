@@ -19,6 +19,7 @@ namespace {
 using profiling::NumberCounts;
 
 constexpr std::size_t kMaxRows = 40;
+constexpr char kNoGraph[] = "(no graph)";
 
 // What stands for the rows that are not shown, and for what no row was kept of.
 std::string othersOf(std::size_t hiddenRows, bool hasMore) {
@@ -53,6 +54,13 @@ void printCounts(const std::string& heading, const NumberCounts& counts, std::ui
   table.print(out);
 }
 
+// Told apart from the row of messages without a graph, whatever the name.
+std::string rowNameOf(const profiling::KeptText& name) {
+  return name.size == 0           ? "(empty name)"
+         : name.start == kNoGraph ? "\"" + shown(name) + "\""
+                                  : shown(name);
+}
+
 void printGraphs(const profiling::MessageFacts& messages, std::ostream& out) {
   if (messages.count == 0) {
     return;
@@ -64,7 +72,7 @@ void printGraphs(const profiling::MessageFacts& messages, std::ostream& out) {
   };
   const std::size_t rows = std::min(messages.graphs.size(), kMaxRows);
   for (std::size_t i = 0; i < rows; ++i) {
-    addRow(shown(messages.graphs[i].name), messages.graphs[i]);
+    addRow(rowNameOf(messages.graphs[i].name), messages.graphs[i]);
   }
   profiling::GraphFacts rest = messages.otherGraphs;
   for (std::size_t i = rows; i < messages.graphs.size(); ++i) {
@@ -75,7 +83,7 @@ void printGraphs(const profiling::MessageFacts& messages, std::ostream& out) {
     addRow(othersOf(messages.graphs.size() - rows, messages.otherGraphs.messages > 0), rest);
   }
   if (messages.withoutGraph > 0) {
-    table.add({"(no graph)", grouped(messages.withoutGraph),
+    table.add({kNoGraph, grouped(messages.withoutGraph),
                share(messages.withoutGraph, messages.count), "-"});
   }
   out << '\n';
@@ -112,6 +120,7 @@ void printBytes(const profiling::LogFacts& facts, std::ostream& out) {
   if (facts.size == 0) {
     return;
   }
+  const char* const rest = facts.hasBytesBehind() ? "behind the last chunk" : "from the damage on";
   std::vector<std::pair<std::string, std::uint64_t>> uses = {{"event tables", bytes.events},
                                                              {"other tables", bytes.otherTables},
                                                              {"texts", bytes.texts},
@@ -119,7 +128,7 @@ void printBytes(const profiling::LogFacts& facts, std::ostream& out) {
                                                              {"raw data", bytes.rawData},
                                                              {"padding and unused", bytes.unused},
                                                              {"chunk lengths", bytes.chunkLengths},
-                                                             {"from the damage on", bytes.refused}};
+                                                             {rest, bytes.refused}};
   std::stable_sort(uses.begin(), uses.end(),
                    [](const auto& left, const auto& right) { return left.second > right.second; });
   TextTable table({"Where the bytes go", "bytes", "share"});

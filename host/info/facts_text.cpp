@@ -56,12 +56,17 @@ std::string courseOf(const profiling::SequenceFacts& sequence) {
          groupedCount(sequence.stepsBack, "step") + " back";
 }
 
+void printNoDamage(const LogFacts& facts, TextList& list) {
+  list.add("damage", "none");
+  if (facts.hasBytesBehind()) {
+    list.add("", "behind the last chunk, at byte offset " + grouped(facts.walk.last.offset) + ": " +
+                     profiling::whyDamaged(facts.walk.end, facts.walk.last));
+    list.add("", profiling::kMayStillBeWritten);
+  }
+}
+
 void printDamage(const profiling::WalkResult& walk, TextList& list) {
   using profiling::WalkEnd;
-  if (walk.end == WalkEnd::kEndOfLog) {
-    list.add("damage", "none");
-    return;
-  }
   list.add("damage", "in chunk " + grouped(walk.last.index + 1) + " at byte offset " +
                          grouped(walk.last.offset) + ": " +
                          profiling::whyDamaged(walk.end, walk.last));
@@ -96,7 +101,11 @@ void printOverview(const LogFacts& facts, std::ostream& out) {
   if (facts.sequence) {
     list.add("sequence numbers", courseOf(*facts.sequence));
   }
-  printDamage(facts.walk, list);
+  if (facts.isDamaged()) {
+    printDamage(facts.walk, list);
+  } else {
+    printNoDamage(facts, list);
+  }
 }
 
 std::string versionText(const std::optional<profiling::VersionFacts>& version) {

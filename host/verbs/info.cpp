@@ -55,7 +55,7 @@ profiling::LogFacts collectFacts(const LogFile& log, Progress progress) {
 }
 
 int statusOf(const profiling::LogFacts& facts) {
-  return facts.walk.end == profiling::WalkEnd::kEndOfLog ? cli::kDone : cli::kDamagedLog;
+  return facts.isDamaged() ? cli::kDamagedLog : cli::kDone;
 }
 
 int tellInText(const InfoOptions& options) {

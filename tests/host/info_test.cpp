@@ -171,16 +171,16 @@ TEST_F(InfoTest, BytesAreSortedOut) {
       graphName: "net",
       profilingEvents: [{identifier: "run", type: EXECUTE, unit: MICROSEC,
                          valueType: UINT64, uint64Value: 250}]}]})");
-  EXPECT_THAT(told(framed(chunk + std::string(5000, 'x')) + std::string(3, 'x'), 3),
+  EXPECT_THAT(told(framed(chunk + std::string(5000, 'x')) + std::string(3, 'x')),
               EndsWith("\n\n"
-                       "Where the bytes go    bytes   share\n"
-                       "  padding and unused  5,000  96.0 %\n"
-                       "  other tables          120   2.3 %\n"
-                       "  event tables           48   0.9 %\n"
-                       "  texts                  16   0.3 %\n"
-                       "  lists                  16   0.3 %\n"
-                       "  chunk lengths           4   0.1 %\n"
-                       "  from the damage on      3   0.1 %\n"));
+                       "Where the bytes go       bytes   share\n"
+                       "  padding and unused     5,000  96.0 %\n"
+                       "  other tables             120   2.3 %\n"
+                       "  event tables              48   0.9 %\n"
+                       "  texts                     16   0.3 %\n"
+                       "  lists                     16   0.3 %\n"
+                       "  chunk lengths              4   0.1 %\n"
+                       "  behind the last chunk      3   0.1 %\n"));
   EXPECT_THAT(told(logOfAllKinds()), HasSubstr("\n  raw data            1,204  "));
 }
 
@@ -280,9 +280,28 @@ TEST_F(InfoTest, ACutChunkWhoseTablesAreThereIsCounted) {
 }
 
 TEST_F(InfoTest, APartOfALengthMayStillBeWritten) {
-  EXPECT_THAT(told(smallLog() + "ab", 3),
-              HasSubstr(": the log ends inside the length of a chunk: 2 of 4 bytes are there\n"
-                        "                    the run may still be writing"));
+  const std::string why =
+      ": the log ends inside the length of a chunk: 2 of 4 bytes are there\n"
+      "                    the run may still be writing";
+  const std::string log = smallLog();
+  EXPECT_THAT(told(log + "ab"),
+              HasSubstr("\n  damage            none\n"
+                        "                    behind the last chunk, at byte offset " +
+                        std::to_string(log.size()) + why));
+  EXPECT_THAT(told("ab", 3), HasSubstr("\n  damage            in chunk 1 at byte offset 0" + why));
+}
+
+TEST_F(InfoTest, BytesBehindTheLastChunkAreDamageForInfoAsForCheck) {
+  for (const std::string& log : {smallLog() + "abc", std::string("abc"), smallLog() + "abcd"}) {
+    write("run.log", log);
+    EXPECT_EQ(run({"info", "run.log"}).exitStatus, run({"check", "run.log"}).exitStatus) << log;
+  }
+}
+
+TEST_F(InfoTest, NoNameOfAGraphIsTakenForNone) {
+  EXPECT_THAT(told(logWith({execute(""), execute("(no graph)"), createContext()})),
+              AllOf(HasSubstr("\n  (empty name)  "), HasSubstr("\n  \"(no graph)\"  "),
+                    HasSubstr("\n  (no graph)    ")));
 }
 
 TEST_F(InfoTest, AnUnknownFileMayBeNoLog) {
@@ -312,7 +331,7 @@ TEST_F(InfoTest, APipeIsReadToItsDamage) {
 
 TEST_F(InfoTest, SeveralLogsAreToldInOrder) {
   write("one.log", smallLog());
-  write("two.log", smallLog() + "x");
+  write("two.log", smallLog() + "abcd");
   const ProgramResult result = run({"info", "two.log", "none.log", "one.log"});
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_EQ(result.errors, ownLine("none.log: no such file or directory; check the name"));
