@@ -81,11 +81,11 @@ void FindingsJson::putFinding(const Finding& finding) {
   putText("code", entry.name);
   putText("severity", textOf(entry.severity));
   if (finding.chunk != 0) {
-    putNumber("chunk", finding.chunk);
-    putNumber("offset", finding.offset);
+    putNumber("chunk_number", finding.chunk);
+    putNumber("offset_bytes", finding.offset);
   }
   if (finding.message != 0) {
-    putNumber("message", finding.message);
+    putNumber("message_number", finding.message);
   }
   putText("meaning", entry.meaning);
   putText("found", finding.evidence.found);

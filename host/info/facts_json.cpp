@@ -230,7 +230,7 @@ void addDamage(Writer& out, const profiling::LogFacts& facts) {
   addText(out, "reason", profiling::whyDamaged(walk.end, walk.last));
   addNumber(out, "chunk_number", walk.last.index + 1);
   addNumber(out, "offset_bytes", walk.last.offset);
-  addFlag(out, "may_still_be_written", profiling::mayStillBeWritten(walk.end));
+  addFlag(out, "may_still_be_written", profiling::mayStillBeWritten(walk.end, walk.last));
   addFlag(out, "is_counted", walk.end == profiling::WalkEnd::kCutShort && walk.isAccepted);
   addNumber(out, "whole_chunks", walk.soundChunks);
   addNumber(out, "whole_bytes", walk.soundBytes);

@@ -70,7 +70,7 @@ void printDamage(const profiling::WalkResult& walk, TextList& list) {
   list.add("damage", "in chunk " + grouped(walk.last.index + 1) + " at byte offset " +
                          grouped(walk.last.offset) + ": " +
                          profiling::whyDamaged(walk.end, walk.last));
-  if (profiling::mayStillBeWritten(walk.end)) {
+  if (profiling::mayStillBeWritten(walk.end, walk.last)) {
     list.add("", profiling::kMayStillBeWritten);
   }
   if (walk.end == WalkEnd::kCutShort && walk.isAccepted) {
@@ -80,6 +80,9 @@ void printDamage(const profiling::WalkResult& walk, TextList& list) {
   }
   list.add("", "whole before it: " + groupedCount(walk.soundChunks, "chunk") +
                    ", with their lengths " + groupedCount(walk.soundBytes, "byte"));
+  list.add("",
+           "save what is whole: vyn-profile-viewer recover LOG -o FILE, with --search also what "
+           "stands behind it");
 }
 
 void printOverview(const LogFacts& facts, std::ostream& out) {

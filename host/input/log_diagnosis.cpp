@@ -17,16 +17,17 @@
 namespace vyn::host {
 namespace {
 
-// Bytes. The beginning of a text or of other files, read as a length, is larger; chunks that runs
-// write are far shorter.
-constexpr profiling::ChunkLength kLeastOfNoChunk = profiling::ChunkLength{1} << 24;
-
 // The log as a command line names it.
 std::string wordOf(const LogFile& log) {
   if (log.isStandardInput) {
     return files::kStandardStreamPath;
   }
   return shellWord(log.path.starts_with('-') ? "./" + log.path : log.path);
+}
+
+// The command that saves what is sound. What came through a pipe is gone.
+std::string recovery(const LogFile& log) {
+  return "vyn-profile-viewer recover " + (log.canBeReadAgain() ? wordOf(log) : "LOG") + " -o FILE";
 }
 
 // What hinders the system from opening the log, or any file where the log is gone when it is opened
@@ -48,7 +49,7 @@ std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk
     const auto format =
         log.canBeReadAgain() ? recogniseForeignFormat(log.path) : std::optional<std::string>();
     if (!format && walk.end == profiling::WalkEnd::kCutShort &&
-        walk.last.announced < kLeastOfNoChunk) {
+        walk.last.announced < profiling::kLeastOfNoChunk) {
       return "not a profiling log, or one that ends inside its first chunk: " +
              std::to_string(walk.last.present) + " of " +
              profiling::counted(walk.last.announced, "byte") + " are there (" +
@@ -57,19 +58,21 @@ std::string describeDamage(const LogFile& log, const profiling::WalkResult& walk
     }
     return format.value_or(
         "not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run "
-        "wrote");
+        "wrote, or look for sound chunks: " +
+        recovery(log) + " --search");
   }
   const std::string offset = std::to_string(walk.soundBytes);
   const std::string chunks = std::to_string(walk.soundChunks);
   return "damaged after chunk " + chunks + " at byte offset " + offset +
          " (whole chunks before it: " + chunks + ", " +
          profiling::counted(walk.messages, "message") + "); " +
-         (profiling::mayStillBeWritten(walk.end) ? std::string(profiling::kMayStillBeWritten) + "; "
-                                                 : "") +
+         (profiling::mayStillBeWritten(walk.end, walk.last)
+              ? std::string(profiling::kMayStillBeWritten) + "; "
+              : "") +
          "copy the log again, or " +
          (remedies == Remedies::kKeepGoing ? "go on without what is damaged with --keep-going, or "
                                            : "") +
-         "save what is whole: vyn-profile-viewer recover " + wordOf(log) + " -o FILE";
+         "save what is whole: " + recovery(log);
 }
 
 std::string diagnoseLog(const LogFile& log, const std::string& reason) {
@@ -77,7 +80,8 @@ std::string diagnoseLog(const LogFile& log, const std::string& reason) {
     return "cannot be opened: " + files::explain(error);
   }
   if (!log.canBeReadAgain()) {
-    return "the log is damaged; write it to a file and read that to learn where";
+    return "the log is damaged; write it to a file and read that to learn where, or save what is "
+           "whole of it with vyn-profile-viewer recover";
   }
   profiling::FileSource file(log.path);
   profiling::NoSink sink;

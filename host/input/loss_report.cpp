@@ -10,12 +10,15 @@ namespace {
 constexpr std::size_t kMostLines = 20;
 
 std::string describe(const profiling::LostRange& range) {
-  std::string text = "lost " + profiling::counted(range.to - range.from, "byte") +
-                     " from byte offset " + std::to_string(range.from) + " to " +
-                     std::to_string(range.to) + ": " +
+  std::string text = std::string(range.isTaken ? "not whole: " : "lost ") +
+                     profiling::counted(range.to - range.from, "byte") + " from byte offset " +
+                     std::to_string(range.from) + " to " + std::to_string(range.to) + ": " +
                      profiling::whyDamaged(range.why, range.place);
-  if (range.isLast && profiling::mayStillBeWritten(range.why)) {
+  if (range.isLast && profiling::mayStillBeWritten(range.why, range.place)) {
     text += std::string("; ") + profiling::kMayStillBeWritten;
+  }
+  if (range.isTaken) {
+    text += "; its messages are all there";
   }
   return text;
 }
@@ -23,8 +26,10 @@ std::string describe(const profiling::LostRange& range) {
 }  // namespace
 
 void LossReport::add(const profiling::LostRange& range) {
-  ++m_ranges;
-  m_bytes += range.to - range.from;
+  if (!range.isTaken) {
+    ++m_ranges;
+    m_bytes += range.to - range.from;
+  }
   if (m_first.size() < kMostLines) {
     m_first.push_back(range);
     m_bytesOfFirst = m_bytes;
@@ -35,9 +40,9 @@ void LossReport::print(const std::string& log) const {
   for (const profiling::LostRange& range : m_first) {
     reportLine(log + ": " + describe(range));
   }
-  if (m_ranges > m_first.size()) {
-    reportLine(log + ": lost " + profiling::counted(m_ranges - m_first.size(), "more range") +
-               ", " + profiling::counted(m_bytes - m_bytesOfFirst, "byte"));
+  if (m_ranges > kMostLines) {
+    reportLine(log + ": lost " + profiling::counted(m_ranges - kMostLines, "more range") + ", " +
+               profiling::counted(m_bytes - m_bytesOfFirst, "byte"));
   }
 }
 

@@ -13,7 +13,11 @@ class LossReport {
  public:
   void add(const profiling::LostRange& range);
 
-  bool isEmpty() const { return m_ranges == 0; }
+  /// Nothing is to be told: the log is whole.
+  bool isEmpty() const { return m_first.empty(); }
+
+  /// Something of the log was not taken.
+  bool hasLost() const { return m_ranges > 0; }
 
   /// A line on standard error for each lost range, but for no more than 20 of them; the rest is
   /// counted. `log` is the log's name.

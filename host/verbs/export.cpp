@@ -80,7 +80,9 @@ int report(const LogFile& log, const DocumentPlace& place, const LossReport& los
     return cli::kDone;
   }
   losses.print(log.name);
-  reportLine(log.name + ": the document lacks what is lost: " + losses.sum());
+  if (losses.hasLost()) {
+    reportLine(log.name + ": the document lacks what is lost: " + losses.sum());
+  }
   return cli::kDamagedLog;
 }
 

@@ -64,16 +64,29 @@ void report(const LogFile& log, const std::string& output, const CopiedChunks& c
              profiling::counted(copied.bytes, "byte") + " to " + output + "; " + lost);
 }
 
+// An empty copy in the place of a file would be a loss more.
+void checkWorthReplacing(const LogFile& log, const OutputTarget& target, const ChunkCopy& copy,
+                         const LossReport& losses, bool isThere) {
+  if (isThere && copy.copied().chunks == 0 && !losses.isEmpty()) {
+    losses.print(log.name);
+    throw files::FileError(log.name,
+                           "nothing could be saved; " + target.name() + " was left as it is");
+  }
+}
+
 int recover(const RecoverOptions& options) {
   const LogFile log = findLog(options.log);
   checkStandardStreams(log);
-  OutputTarget target(findPlace(options, log), OutputTarget::Content::kReplaced,
+  files::Destination destination = findPlace(options, log);
+  const bool isThere = destination.found.has_value();
+  OutputTarget target(std::move(destination), OutputTarget::Content::kReplaced,
                       files::TempFile::Existing::kReplaced);
   DigestedFile file(target.workFile().file());
   WriteBehind written(file);
   ChunkCopy copy(written);
   LossReport losses;
   salvageLogFile(log, copy, losses, {options.searches, true}, options.progress);
+  checkWorthReplacing(log, target, copy, losses, isThere);
   copy.finish();
   written.finish();
   // Each chunk was verified, as one of a log, before it was written.

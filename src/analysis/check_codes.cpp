@@ -4,7 +4,11 @@ namespace vyn::profiling {
 namespace {
 
 constexpr char kCopyAgain[] =
-    "copy the log again; if it is still so, the writer or its disk is at fault";
+    "copy the log again; if it is still so, save what is whole: vyn-profile-viewer recover";
+constexpr char kCopyOrCorrect[] =
+    "copy the log again, or save what is whole: vyn-profile-viewer recover; if it stays so, "
+    "correct "
+    "what wrote the log";
 constexpr char kUpdate[] =
     "read the log with a newer vyn-profile-viewer; if there is none, correct the writer";
 constexpr char kCorrectWriter[] = "correct what wrote the log";
@@ -20,7 +24,8 @@ const std::array<CheckCodeEntry, kCheckCodeCount> kCheckCodes = {{
      "wait until the run has written a chunk, or copy the log again"},
     {"VYN102", Severity::kError, "no chunk can have the length that is announced", kCopyAgain},
     {"VYN103", Severity::kError, "the log ends inside a chunk",
-     "wait until the run has ended, or copy the log again"},
+     "wait until the run has ended, copy the log again, or save what is whole: vyn-profile-viewer "
+     "recover"},
     {"VYN104", Severity::kError, "the system could not read on",
      "check the disk, or copy the log again"},
     {"VYN105", Severity::kError, "this is no profiling log", "give a log that vyn-net-run wrote"},
@@ -28,9 +33,9 @@ const std::array<CheckCodeEntry, kCheckCodeCount> kCheckCodes = {{
     {"VYN112", Severity::kError, "the layout of a table cannot be read", kCopyAgain},
     {"VYN113", Severity::kError, "a number, list or text reaches out of its chunk", kCopyAgain},
     {"VYN114", Severity::kError, "a text does not end with a zero byte", kCopyAgain},
-    {"VYN115", Severity::kError, "a required field is missing", kCorrectWriter},
-    {"VYN116", Severity::kError, "tables nest too deeply", kCorrectWriter},
-    {"VYN117", Severity::kError, "a chunk names more tables than its size allows", kCorrectWriter},
+    {"VYN115", Severity::kError, "a required field is missing", kCopyOrCorrect},
+    {"VYN116", Severity::kError, "tables nest too deeply", kCopyOrCorrect},
+    {"VYN117", Severity::kError, "a chunk names more tables than its size allows", kCopyOrCorrect},
     {"VYN119", Severity::kError, "a chunk is damaged in a way that could not be found", kCopyAgain},
     {"VYN201", Severity::kWarning, "the log has no header",
      "take care that its first chunk is not lost; a document of the log has no metadata"},

@@ -16,11 +16,15 @@ std::string behindWholeChunks(const WalkResult& walk) {
 }
 
 Evidence evidenceOfCut(const WalkResult& walk) {
-  return {std::to_string(walk.last.present) + " of " + counted(walk.last.announced, "byte") +
-              behindWholeChunks(walk) + "; " + kMayStillBeWritten +
-              (walk.isAccepted ? "; they can be read, for nothing in them leads to what is missing"
-                               : ""),
-          "all of them"};
+  std::string found = std::to_string(walk.last.present) + " of " +
+                      counted(walk.last.announced, "byte") + behindWholeChunks(walk);
+  if (mayStillBeWritten(walk.end, walk.last)) {
+    found += std::string("; ") + kMayStillBeWritten;
+  }
+  if (walk.isAccepted) {
+    found += "; the messages of the chunk can be read, for nothing leads to what is missing";
+  }
+  return {found, "the whole chunk, or no length of one"};
 }
 
 // The code and the evidence; a log that ends where a chunk does has none to report.

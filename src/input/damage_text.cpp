@@ -31,8 +31,9 @@ std::string whyDamaged(WalkEnd end, const ChunkPlace& place) {
   return "";
 }
 
-bool mayStillBeWritten(WalkEnd end) {
-  return end == WalkEnd::kPartialLength || end == WalkEnd::kCutShort;
+bool mayStillBeWritten(WalkEnd end, const ChunkPlace& place) {
+  return end == WalkEnd::kPartialLength ||
+         (end == WalkEnd::kCutShort && place.announced < kLeastOfNoChunk);
 }
 
 }  // namespace vyn::profiling

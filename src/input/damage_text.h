@@ -10,9 +10,13 @@ namespace vyn::profiling {
 /// there". Empty for a log that ends behind its last chunk.
 std::string whyDamaged(WalkEnd end, const ChunkPlace& place);
 
-/// True when the log ends inside its last chunk or that chunk's length: a run that is still writing
-/// leaves it so for a moment, and one that was ended for good.
-bool mayStillBeWritten(WalkEnd end);
+/// Bytes. The beginning of a text or of other files, read as a length, is larger; chunks that runs
+/// write are far shorter.
+inline constexpr ChunkLength kLeastOfNoChunk = ChunkLength{1} << 24;
+
+/// True when the log ends inside its last chunk, of a length that runs write, or inside that
+/// length: a run that is still writing leaves it so for a moment, and one that was ended for good.
+bool mayStillBeWritten(WalkEnd end, const ChunkPlace& place);
 
 /// What to say of such a log.
 inline constexpr char kMayStillBeWritten[] =

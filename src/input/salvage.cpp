@@ -60,8 +60,11 @@ class Salvage {
     std::optional<std::uint64_t> start = 0;
     while (start) {
       const WalkResult walk = walkFrom(*start);
-      if (walk.end == WalkEnd::kEndOfLog || (walk.isAccepted && !m_options.wholeChunksOnly)) {
+      if (walk.end == WalkEnd::kEndOfLog) {
         return WalkEnd::kEndOfLog;
+      }
+      if (walk.isAccepted && !m_options.wholeChunksOnly) {
+        return tellOfTaken(walk);
       }
       if (walk.end == WalkEnd::kReadError) {
         return walk.end;
@@ -96,17 +99,26 @@ class Salvage {
       next = m_search->findBehind(walk.last);
     }
     if (!next && m_search && takesCutChunk(walk)) {
+      tellOfTaken(walk);
       return std::nullopt;
     }
     const std::uint64_t to = next ? *next : endOfLog(walk);
     if (m_source.hasFailed()) {
       return std::nullopt;
     }
-    m_lost({walk.last.offset, to, walk.end, walk.last, !next});
+    m_lost({walk.last.offset, to, walk.end, walk.last, !next, false});
     if (next) {
       m_source.seek(*next);
     }
     return next;
+  }
+
+  // 1 to 3 bytes behind the last chunk are none.
+  WalkEnd tellOfTaken(const WalkResult& walk) {
+    if (walk.end == WalkEnd::kCutShort) {
+      m_lost({walk.last.offset, endOfLog(walk), walk.end, walk.last, true, true});
+    }
+    return WalkEnd::kEndOfLog;
   }
 
   // The last chunk, of which no more than its beginning is there, may be sound like that.

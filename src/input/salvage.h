@@ -12,8 +12,9 @@ struct LostRange {
   std::uint64_t from = 0;  ///< in bytes of the log; where the damaged chunk's length stands
   std::uint64_t to = 0;    ///< behind the last byte that is lost
   WalkEnd why = WalkEnd::kEndOfLog;
-  ChunkPlace place;     ///< of the damaged chunk
-  bool isLast = false;  ///< nothing of the log behind it was taken
+  ChunkPlace place;      ///< of the damaged chunk
+  bool isLast = false;   ///< nothing of the log behind it was taken
+  bool isTaken = false;  ///< the sink has its messages: none leads to what the log's end cuts off
 };
 
 /// Takes the lost ranges of a log, in order, each when it is met.

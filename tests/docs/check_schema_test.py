@@ -80,17 +80,17 @@ class CheckSchemaTest(unittest.TestCase):
     def test_findings_have_their_place(self):
         _, cut, doubtful, _ = self.document["logs"]
         (finding,) = cut["findings"]
-        self.assertEqual((finding["code"], finding["severity"], finding["chunk"],
-                          finding["offset"]), ("VYN103", "error", 1, 0))
-        self.assertNotIn("message", finding)
+        self.assertEqual((finding["code"], finding["severity"], finding["chunk_number"],
+                          finding["offset_bytes"]), ("VYN103", "error", 1, 0))
+        self.assertNotIn("message_number", finding)
         self.assertEqual(finding["meaning"], "the log ends inside a chunk")
-        self.assertEqual(finding["expected"], "all of them")
+        self.assertEqual(finding["expected"], "the whole chunk, or no length of one")
         unknown = doubtful["findings"][0]
-        self.assertEqual((unknown["code"], unknown["message"]), ("VYN212", 1))
+        self.assertEqual((unknown["code"], unknown["message_number"]), ("VYN212", 1))
         self.assertIn("b\u00e4r \u001b", unknown["found"])
         no_header = doubtful["findings"][-1]
         self.assertEqual(no_header["code"], "VYN201")
-        self.assertFalse({"chunk", "offset", "message"} & set(no_header))
+        self.assertFalse({"chunk_number", "offset_bytes", "message_number"} & set(no_header))
 
     def test_refuses_other_forms(self):
         def log(document):
@@ -105,7 +105,7 @@ class CheckSchemaTest(unittest.TestCase):
         self.refuses(lambda document: finding(document).update(code="VYN301"))
         self.refuses(lambda document: finding(document).update(severity="note"))
         self.refuses(lambda document: finding(document).update(chunk=0))
-        self.refuses(lambda document: finding(document).pop("offset"))
+        self.refuses(lambda document: finding(document).pop("offset_bytes"))
         self.refuses(lambda document: finding(document).pop("remedy"))
         self.refuses(lambda document: log(document)["codes"][0].update(shown=21))
 

@@ -12,7 +12,8 @@ using testing::HasSubstr;
 using testing::IsSubsetOf;
 
 constexpr char kNoLog[] =
-    ": not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run wrote";
+    ": not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run wrote, "
+    "or look for sound chunks: vyn-profile-viewer recover ";
 
 class BadLogTest : public HostTest {
  protected:
@@ -46,12 +47,12 @@ TEST_F(BadLogTest, AFileInAFileIsRefused) {
 
 TEST_F(BadLogTest, AnotherKindOfFileIsNoProfilingLog) {
   write("run.log", "These are not the bytes of a log.\n");
-  expectRefused("run.log", std::string("run.log") + kNoLog);
+  expectRefused("run.log", std::string("run.log") + kNoLog + "run.log -o FILE --search");
 }
 
 TEST_F(BadLogTest, ALengthThatNoChunkHasIsDamage) {
   write("run.log", std::string("\xff\xff\xff\xff") + smallLog());
-  expectRefused("run.log", std::string("run.log") + kNoLog);
+  expectRefused("run.log", std::string("run.log") + kNoLog + "run.log -o FILE --search");
 }
 
 TEST_F(BadLogTest, DamageTellsHowMuchIsWhole) {
@@ -105,7 +106,8 @@ TEST_F(BadLogTest, TheHintSavesWhatIsWhole) {
 TEST_F(BadLogTest, ControlCharactersOfTheNameAreShownNotSent) {
   write("a\n\x1b[31m\xc2\x9b.log", "none");
   EXPECT_THAT(run({"a\n\x1b[31m\xc2\x9b.log"}),
-              FailsWith(std::string("a\\x0a\\x1b[31m\\xc2\\x9b.log") + kNoLog));
+              FailsWith(std::string("a\\x0a\\x1b[31m\\xc2\\x9b.log") + kNoLog +
+                        "$'a\\x0a\\x1b[31m\\xc2\\x9b.log' -o FILE --search"));
 }
 
 // A name is printed as it stands but for what a terminal would obey.
@@ -210,7 +212,7 @@ TEST_F(PipedLogTest, DamageHasNoPlace) {
   RunningProgram program(call({"pipe", "-o", "out.json"}));
   EXPECT_THAT(runFed(program, pipe(), smallLog() + "damage, 20 bytes."),
               FailsWith("pipe: the log is damaged; write it to a file and read that to learn "
-                        "where"));
+                        "where, or save what is whole of it with vyn-profile-viewer recover"));
   EXPECT_THAT(names(), ElementsAre("pipe"));
 }
 

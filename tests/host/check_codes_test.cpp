@@ -130,7 +130,7 @@ std::vector<Case> errors() {
       {"CutShort", whole + std::string("\x14\0\0\0\x08", 5),
        "error VYN103, chunk 2, byte " + size + ": the log ends inside a chunk: ",
        std::string("1 of 20 bytes behind 1 whole chunk") + kMayStillBeWritten +
-           "; expected all of them"},
+           "; expected the whole chunk, or no length of one"},
       {"ForeignFormat", "\x1f\x8b\x08 and so on", "error VYN105, chunk 1, byte 0: ",
        "a file that is compressed with gzip; unpack it first: gunzip; expected chunks of tables"},
       {"OffsetOut", framed(std::string("\xff\0\0\0\4\0\4\0\4\0\0\0", 12)),

@@ -169,8 +169,9 @@ TEST_F(CheckTest, ACutChunkThatCanBeReadIsToldToBeCut) {
   const ProgramResult result = run({"check", "run.log"});
   EXPECT_EQ(result.exitStatus, 3);
   EXPECT_THAT(result.output, HasSubstr("error VYN103, chunk 1, byte 0: "));
-  EXPECT_THAT(result.output, HasSubstr("; they can be read, for nothing in them leads to what is "
-                                       "missing; expected all of them\n"));
+  EXPECT_THAT(result.output, HasSubstr("; the messages of the chunk can be read, for nothing leads "
+                                       "to what is missing; expected the whole chunk, or no length "
+                                       "of one\n"));
   EXPECT_THAT(result.output, HasSubstr("run.log: 1 error in 0 chunks, 1 message\n"));
 }
 

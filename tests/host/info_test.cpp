@@ -252,7 +252,9 @@ TEST_F(InfoTest, ACorruptChunkIsDamage) {
                         ": the chunk of " + std::to_string(bad.size() - 4) +
                         " bytes is corrupt\n"
                         "                    whole before it: 1 chunk, with their lengths " +
-                        size + " bytes\n\n"));
+                        size + " bytes\n" +
+                        "                    save what is whole: vyn-profile-viewer recover LOG -o "
+                        "FILE, with --search also what stands behind it\n\n"));
   EXPECT_THAT(output, HasLine("  messages          1"));
   EXPECT_THAT(output,
               HasLine("  size              " + std::to_string(3 * sound.size()) + " bytes"));

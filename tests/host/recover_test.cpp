@@ -156,16 +156,28 @@ TEST_F(RecoverTest, OfManyLossesTheFirstAreToldAndTheRestIsCounted) {
 
 TEST_F(RecoverTest, WhereNothingCanBeSavedTheFileIsEmpty) {
   write("run.log", "These are not the bytes of a log.\n");
-  write("out", "old");
   const ProgramResult result = run({"recover", "run.log", "-o", "out", "--search"});
   EXPECT_EQ(result.exitStatus, 3);
   EXPECT_THAT(result.errors, HasSubstr(ownLine("run.log: nothing could be saved: out is empty; "
                                                "lost 1 range, 34 bytes")));
   EXPECT_EQ(read("out"), "");
+  std::filesystem::remove(directory() / "out");
   write("run.log", "\x1f\x8b\x08" + std::string(40, 'x'));
   EXPECT_THAT(run({"recover", "run.log", "-o", "out"}).errors,
               HasSubstr("run.log: is compressed with gzip; unpack it first: gunzip; nothing could "
                         "be saved: out is empty; lost 1 range, 43 bytes"));
+}
+
+TEST_F(RecoverTest, AnEmptyCopyReplacesNoFile) {
+  write("run.log", "These are not the bytes of a log.\n");
+  write("out", "old");
+  const ProgramResult result = run({"recover", "run.log", "-o", "out", "--search"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.errors,
+              testing::EndsWith(ownLine("run.log: nothing could be saved; out was left as it is")));
+  EXPECT_THAT(result.errors, Not(HasSubstr("may still be writing")));
+  EXPECT_EQ(read("out"), "old");
+  EXPECT_THAT(names(), ElementsAre("out", "run.log"));
 }
 
 TEST_F(RecoverTest, StandardOutputTakesTheLogAlone) {

@@ -14,7 +14,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr char kNoLog[] =
-    ": not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run wrote";
+    ": not a profiling log, or damaged from its first chunk on; give a log that vyn-net-run wrote, "
+    "or look for sound chunks: vyn-profile-viewer recover ";
 
 class SpecialLogTest : public HostTest, public testing::WithParamInterface<std::string> {
  protected:
@@ -30,8 +31,10 @@ TEST_P(SpecialLogTest, TheNullDeviceIsAnEmptyLog) {
 TEST_P(SpecialLogTest, ADeviceWithoutEndIsRefusedAtItsFirstChunk) {
   const ProgramResult result = view("/dev/zero");
   EXPECT_EQ(result.exitStatus, 1);
-  EXPECT_EQ(result.errors.substr(result.errors.find("/dev/zero")),
-            "/dev/zero: the log is damaged; write it to a file and read that to learn where\n");
+  EXPECT_EQ(
+      result.errors.substr(result.errors.find("/dev/zero")),
+      "/dev/zero: the log is damaged; write it to a file and read that to learn where, or save "
+      "what is whole of it with vyn-profile-viewer recover\n");
   EXPECT_THAT(names(), ElementsAre());
 }
 

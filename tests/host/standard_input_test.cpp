@@ -63,9 +63,10 @@ TEST_F(StandardInputTest, DamageIsNamed) {
   write("bad.log", smallLog() + "damage, 20 bytes.");
   EXPECT_THAT(runInShell("\"$0\" \"$@\" <bad.log", {"-"}).errors,
               StartsWith(ownLine("standard input: damaged after chunk 1 at").substr(0, 50)));
-  EXPECT_THAT(runInShell("cat bad.log | \"$0\" \"$@\"", {"-"}),
-              FailsWith("standard input: the log is damaged; write it to a file and read that to "
-                        "learn where"));
+  EXPECT_THAT(
+      runInShell("cat bad.log | \"$0\" \"$@\"", {"-"}),
+      FailsWith("standard input: the log is damaged; write it to a file and read that to "
+                "learn where, or save what is whole of it with vyn-profile-viewer recover"));
 }
 
 TEST_F(StandardInputTest, WhereNoLogCanComeFromIsSaid) {

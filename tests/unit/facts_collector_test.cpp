@@ -395,6 +395,7 @@ ByteFacts bytesOf(const std::string& log, std::size_t maxBits) {
 // Each event takes as many bytes as the one before: samples at equal distances would go wrong.
 TEST(ChunkBytes, OfALargeChunkAreEstimatedBySomeOfThem) {
   std::vector<test::Event> events;
+  events.reserve(20'000);
   for (int i = 0; i < 20'000; ++i) {
     events.push_back({.identifier = std::to_string(10'000 + i)});
   }
