@@ -30,7 +30,7 @@ class Program:
         with tempfile.NamedTemporaryFile("r", encoding="ascii") as peak:
             started = time.perf_counter()
             process = subprocess.Popen(
-                ["/usr/bin/time", "--format=%M", "--output", peak.name, *self.command],
+                ["/usr/bin/time", "--quiet", "--format=%M", "--output", peak.name, *self.command],
                 stdout=subprocess.DEVNULL)
             _, status, usage = os.wait4(process.pid, 0)
             wall = time.perf_counter() - started
