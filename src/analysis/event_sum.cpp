@@ -111,7 +111,7 @@ EventSum::Number EventSum::parts() const {
 Evidence EventSum::describe() const {
   const std::string unit = eventUnitText(m_event.unit());
   return {quoted(m_event.identifier()) + " has " + textOf(whole(), isIntegral()) + " " + unit +
-              ", its " + std::to_string(m_count) + (m_count == 1 ? " part " : " parts ") +
+              ", its " + std::to_string(m_count) + (m_count == 1 ? " part has " : " parts have ") +
               textOf(parts(), isIntegral()),
           "no more than the event has; it is " + textOf(parts() - whole(), isIntegral()) + " more"};
 }

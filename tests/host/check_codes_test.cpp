@@ -221,7 +221,8 @@ std::vector<Case> warningsOfEvents() {
        logWithEvent("unit:3,valueType:2,uint64Value:10,subEvents:["
                     "{unit:3,valueType:2,uint64Value:6},{unit:3,valueType:2,uint64Value:5}]"),
        "warning VYN226, chunk 1, message 1, byte ",
-       "'run' has 10 CYCLES, its 2 parts 11; expected no more than the event has; it is 1 more"}};
+       "'run' has 10 CYCLES, its 2 parts have 11; expected no more than the event has; it is 1 "
+       "more"}};
 }
 
 std::vector<std::string> linesOf(const std::string& text) {

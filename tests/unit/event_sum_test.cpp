@@ -80,7 +80,7 @@ TEST(EventSum, NumbersOfAllKindsCount) {
       "{unit:3,valueType:3,floatValue:3.5},{unit:3,valueType:5,doubleValue:3}]";
   const Summed sum(kTenCycles + parts);
   EXPECT_TRUE(sum.exceeds());
-  EXPECT_EQ(sum.found(), "'run' has 10 CYCLES, its 4 parts 10.5");
+  EXPECT_EQ(sum.found(), "'run' has 10 CYCLES, its 4 parts have 10.5");
   EXPECT_EQ(sum.expected(), "no more than the event has; it is 0.5 more");
 }
 
